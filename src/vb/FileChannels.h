@@ -1,0 +1,30 @@
+// Numbered file channels: Open ... For Input/Output As #n, Line Input, Print, Close, EOF.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vb {
+
+enum class FileMode { Input, Output, Append };
+
+/// Opens a file on channel `number` (1-511). Raises 55 if the channel is
+/// already open, 53 if a file for input does not exist, 75 if it cannot be
+/// opened, 52 for a bad channel number.
+void FileOpen(int number, std::string_view path, FileMode mode);
+/// Reads one line (without its line end). Raises 62 past the end, 52 if closed.
+std::string LineInput(int number);
+/// Writes a line and a line end ("\r\n", as the old platform wrote files).
+void PrintLine(int number, std::string_view text);
+/// Writes text with no line end (Print #n, text;).
+void PrintText(int number, std::string_view text);
+/// True once no more lines are left.
+bool FileEOF(int number);
+/// Closes the channel; closing a channel that is not open does nothing.
+void FileClose(int number);
+/// Closes every channel (the old Close with no number).
+void FileCloseAll();
+/// The lowest free channel number.
+int FreeFile();
+
+} // namespace vb
