@@ -22,7 +22,7 @@ void setClock(std::optional<Date> fixed);
 
 /// The session's short date form, a pattern such as "dd/mm/yyyy" (the default)
 /// or "mm/dd/yyyy": how CStr shows a date and how CDate reads ambiguous text.
-const std::string& shortDateFormat();
+const std::string &shortDateFormat();
 void setShortDateFormat(std::string_view pattern);
 
 } // namespace vb

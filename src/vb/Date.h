@@ -11,8 +11,8 @@ namespace vb {
 struct Date {
     double serial = 0.0;
 
-    friend auto operator<=>(const Date&, const Date&) = default;
-    friend bool operator==(const Date&, const Date&) = default;
+    friend auto operator<=>(const Date &, const Date &) = default;
+    friend bool operator==(const Date &, const Date &) = default;
 
     /// The date part only (midnight).
     Date datePart() const;
@@ -20,7 +20,26 @@ struct Date {
     bool hasTime() const;
 };
 
-/// A date from its parts; months and days out of range roll over as in DateSerial.
+/// The calendar parts of a date, the time rounded to the second.
+struct DateTimeParts {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+DateTimeParts partsOf(Date d);
+
+/// True for a real day of a month in the years 100 to 9999.
+bool isValidCalendarDate(int year, int month, int day);
+int daysInMonth(int year, int month);
+/// True when a serial lies in the old platform's range of dates (100 to 9999).
+bool isInDateRange(double serial);
+
+/// A date from its parts; months and days out of range roll over into the
+/// next or previous month or year;
+/// years 0-29 mean 2000-2029 and 30-99 mean 1930-1999. Raises 5 outside 100-9999.
 Date DateSerial(int year, int month, int day);
 /// A time of day as a fraction of a day.
 Date TimeSerial(int hour, int minute, int second);

@@ -20,8 +20,8 @@ public:
     static Error standard(std::int32_t number, std::string source = "");
 
     std::int32_t number() const { return number_; }
-    const std::string& source() const { return source_; }
-    const std::string& description() const { return description_; }
+    const std::string &source() const { return source_; }
+    const std::string &description() const { return description_; }
 
 private:
     std::int32_t number_;

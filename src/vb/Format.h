@@ -14,8 +14,8 @@ namespace vb {
 /// minutes; letter case of the pattern does not matter). Text that is a number
 /// formats as the number, text that is a date as the date, other text stays.
 /// Null and Empty give "".
-std::string Format(const Variant& value, std::string_view pattern);
+std::string Format(const Variant &value, std::string_view pattern);
 /// Without a pattern: as CStr, Null and Empty as "".
-std::string Format(const Variant& value);
+std::string Format(const Variant &value);
 
 } // namespace vb

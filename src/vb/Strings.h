@@ -30,7 +30,7 @@ std::string Space(long n);
 std::string String(long n, std::string_view ch);
 /// Split as the old Split did: an empty text gives an empty array.
 std::vector<std::string> Split(std::string_view s, std::string_view delimiter);
-std::string Join(const std::vector<std::string>& parts, std::string_view delimiter);
+std::string Join(const std::vector<std::string> &parts, std::string_view delimiter);
 /// The character of a code (0-255 as Latin-1, shown as UTF-8) and back.
 std::string Chr(int code);
 int Asc(std::string_view s);

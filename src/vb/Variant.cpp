@@ -4,14 +4,22 @@ namespace vb {
 
 VarType Variant::type() const {
     switch (value_.index()) {
-    case 0: return VarType::Empty;
-    case 1: return VarType::Null;
-    case 2: return VarType::Boolean;
-    case 3: return VarType::Integer;
-    case 4: return VarType::Long;
-    case 5: return VarType::Double;
-    case 6: return VarType::Date;
-    default: return VarType::String;
+    case 0:
+        return VarType::Empty;
+    case 1:
+        return VarType::Null;
+    case 2:
+        return VarType::Boolean;
+    case 3:
+        return VarType::Integer;
+    case 4:
+        return VarType::Long;
+    case 5:
+        return VarType::Double;
+    case 6:
+        return VarType::Date;
+    default:
+        return VarType::String;
     }
 }
 
@@ -22,12 +30,18 @@ bool Variant::isNumber() const {
 
 double Variant::number() const {
     switch (type()) {
-    case VarType::Boolean: return asBoolean() ? -1.0 : 0.0;
-    case VarType::Integer: return asInteger();
-    case VarType::Long: return asLong();
-    case VarType::Double: return asDouble();
-    case VarType::Date: return asDate().serial;
-    default: return 0.0;
+    case VarType::Boolean:
+        return asBoolean() ? -1.0 : 0.0;
+    case VarType::Integer:
+        return asInteger();
+    case VarType::Long:
+        return asLong();
+    case VarType::Double:
+        return asDouble();
+    case VarType::Date:
+        return asDate().serial;
+    default:
+        return 0.0;
     }
 }
 

@@ -35,7 +35,7 @@ public:
     Variant(Date v) : value_(v) {}
     Variant(std::string v) : value_(std::move(v)) {}
     Variant(std::string_view v) : value_(std::string(v)) {}
-    Variant(const char* v) : value_(std::string(v)) {}
+    Variant(const char *v) : value_(std::string(v)) {}
 
     static Variant null() {
         Variant v;
@@ -58,14 +58,14 @@ public:
     std::int32_t asLong() const { return std::get<std::int32_t>(value_); }
     double asDouble() const { return std::get<double>(value_); }
     Date asDate() const { return std::get<Date>(value_); }
-    const std::string& asString() const { return std::get<std::string>(value_); }
+    const std::string &asString() const { return std::get<std::string>(value_); }
 
     /// The numeric value of a numeric or Boolean kind (true is -1).
     double number() const;
 
     /// Same kind and same value (Null equals Null here: this is identity, not
     /// the language's three-valued comparison).
-    friend bool operator==(const Variant& a, const Variant& b) { return a.value_ == b.value_; }
+    friend bool operator==(const Variant &a, const Variant &b) { return a.value_ == b.value_; }
 
 private:
     struct NullTag {
