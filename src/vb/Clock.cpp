@@ -45,8 +45,8 @@ Date Today() {
 }
 
 Date TimeOfDay() {
-    Date now = Now();
-    return Date{now - now.datePart()};
+    DateTimeParts p = partsOf(Now());
+    return TimeSerial(p.hour, p.minute, p.second);
 }
 
 void setClock(std::optional<Date> fixed) {

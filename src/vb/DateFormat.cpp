@@ -183,7 +183,8 @@ bool isDatePattern(std::string_view pattern) {
             i = close;
         } else if (pattern[i] == '\\') {
             ++i;
-        } else if (isDateLetter(pattern[i])) {
+        } else if (isDateLetter(pattern[i]) || lower(pattern[i]) == 'c' ||
+                   startsWithNoCase(pattern.substr(i), "ttttt")) {
             return true;
         }
     }

@@ -9,7 +9,8 @@
 namespace vb {
 
 /// True when a pattern holds a date or time part (d, m, y, h, n, s, w, q
-/// outside quotes), so that Format shows its value as a date.
+/// c, ttttt outside quotes), so that Format shows its value as a date. Literal
+/// text in a number pattern therefore goes in quotes ("0 \"pcs\"").
 bool isDatePattern(std::string_view pattern);
 
 /// A date shown with a date pattern. Letters count whatever their case:

@@ -42,6 +42,8 @@ std::string standardErrorText(std::int32_t number) {
         return "Disk full";
     case 62:
         return "Input past end of file";
+    case 67:
+        return "Too many files";
     case 75:
         return "Path/File access error";
     case 76:

@@ -1,5 +1,5 @@
-#include "vb/Error.h"
 #include "vb/Variant.h"
+#include "vb/Error.h"
 
 #include <gtest/gtest.h>
 
