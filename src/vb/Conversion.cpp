@@ -197,13 +197,13 @@ bool IsNumeric(const Variant &v) {
     case VarType::Date:
         return false;
     case VarType::String: {
-        // A number too large for a double is still a number to IsNumeric.
+        // A number too large for a double fails to convert, so it is no number.
         try {
             return numberFromText(v.asString()).has_value();
         } catch (const Error &e) {
             if (e.number() != err::Overflow)
                 throw;
-            return true;
+            return false;
         }
     }
     default:

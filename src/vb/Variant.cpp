@@ -2,6 +2,21 @@
 
 namespace vb {
 
+namespace {
+bool fitsLong(long long v) {
+    return v >= INT32_MIN && v <= INT32_MAX;
+}
+} // namespace
+
+Variant::Variant(long v) : Variant(static_cast<long long>(v)) {}
+
+Variant::Variant(long long v) {
+    if (fitsLong(v))
+        value_ = static_cast<std::int32_t>(v);
+    else
+        value_ = static_cast<double>(v);
+}
+
 VarType Variant::type() const {
     switch (value_.index()) {
     case 0:

@@ -31,6 +31,10 @@ public:
     Variant(bool v) : value_(v) {}
     Variant(std::int16_t v) : value_(v) {}
     Variant(std::int32_t v) : value_(v) {}
+    /// A wider integer (a length, a count) is a Long when it fits, else a Double,
+    /// as the old language had no integer kind wider than 32 bits.
+    Variant(long v);
+    Variant(long long v);
     Variant(double v) : value_(v) {}
     Variant(Date v) : value_(v) {}
     Variant(std::string v) : value_(std::move(v)) {}

@@ -14,6 +14,13 @@ TEST(VariantTest, KindsAreThoseOfTheOldVarType) {
     EXPECT_EQ(vb::Variant(true).number(), -1.0);
 }
 
+TEST(VariantTest, WideIntegersBecomeLongOrDouble) {
+    EXPECT_EQ(vb::Variant(5L).type(), vb::VarType::Long);
+    EXPECT_EQ(vb::Variant(-2147483648LL).type(), vb::VarType::Long);
+    EXPECT_EQ(vb::Variant(2147483648LL).type(), vb::VarType::Double);
+    EXPECT_EQ(vb::Variant(2147483648LL).number(), 2147483648.0);
+}
+
 TEST(ErrorTest, StandardNumbersCarryThePlatformText) {
     EXPECT_EQ(vb::Error::standard(6).description(), "Overflow");
     EXPECT_EQ(vb::Error::standard(94).description(), "Invalid use of Null");
