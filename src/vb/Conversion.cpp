@@ -24,6 +24,8 @@ namespace {
 std::string numberText(double x) {
     if (x == 0.0)
         return "0";
+    if (!std::isfinite(x))
+        raise(err::Overflow, "CStr");
     std::array<char, 64> buf{};
     auto [end, ec] =
         std::to_chars(buf.data(), buf.data() + buf.size(), x, std::chars_format::general, 15);

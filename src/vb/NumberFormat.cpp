@@ -219,6 +219,8 @@ std::string formatSection(double magnitude, std::string_view section) {
 } // namespace
 
 std::string formatNumber(double x, std::string_view pattern) {
+    if (!std::isfinite(x))
+        throw Error::standard(err::Overflow, "Format");
     std::vector<std::string_view> sections = splitSections(pattern);
     if (x < 0 && sections.size() >= 2 && !sections[1].empty())
         return formatSection(-x, sections[1]);

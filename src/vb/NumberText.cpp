@@ -87,6 +87,14 @@ public:
         return pos_ < text_.size() ? text_[pos_] : '\0';
     }
     void next() { ++pos_; }
+    /// Consumes the next character if it is one of `chars`; gives it, or '\0'.
+    char take(std::string_view chars) {
+        char c = peek();
+        if (c == '\0' || chars.find(c) == std::string_view::npos)
+            return '\0';
+        next();
+        return c;
+    }
     std::size_t position() const { return pos_; }
     void rewind(std::size_t pos) { pos_ = pos; }
 
@@ -98,11 +106,9 @@ private:
 
 double looseRadix(LooseReader &in) {
     int radix = 8;
-    char c = in.peek();
-    if (c == 'h' || c == 'H')
-        radix = 16, in.next();
-    else if (c == 'o' || c == 'O')
-        in.next();
+    char prefix = in.take("hHoO");
+    if (prefix == 'h' || prefix == 'H')
+        radix = 16;
     std::uint64_t raw = 0;
     for (int d; (d = digitValue(in.peek(), radix)) >= 0; in.next())
         accumulate(raw, d, radix);
@@ -115,9 +121,7 @@ void looseExponent(LooseReader &in, DecimalParts &p) {
     if (c != 'e' && c != 'E' && c != 'd' && c != 'D')
         return;
     in.next();
-    bool negative = false;
-    if (in.peek() == '+' || in.peek() == '-')
-        negative = in.peek() == '-', in.next();
+    bool negative = in.take("+-") == '-';
     if (!isDigit(in.peek()))
         return in.rewind(mark);
     long long exponent = 0;
@@ -136,8 +140,7 @@ double leadingNumber(std::string_view text) {
         return looseRadix(in);
     }
     DecimalParts p;
-    if (in.peek() == '+' || in.peek() == '-')
-        p.negative = in.peek() == '-', in.next();
+    p.negative = in.take("+-") == '-';
     for (; isDigit(in.peek()); in.next())
         p.whole += in.peek();
     if (in.peek() == '.') {
@@ -159,12 +162,20 @@ std::string_view trimBlanks(std::string_view s) {
     return s.substr(first, s.find_last_not_of(" \t") - first + 1);
 }
 
+/// Removes the first character of `s` if it is one of `chars`; gives it, or '\0'.
+char take(std::string_view &s, std::string_view chars) {
+    if (s.empty() || chars.find(s[0]) == std::string_view::npos)
+        return '\0';
+    char c = s[0];
+    s.remove_prefix(1);
+    return c;
+}
+
 std::optional<double> strictRadix(std::string_view s) {
     int radix = 8;
-    if (!s.empty() && (s[0] == 'h' || s[0] == 'H'))
-        radix = 16, s.remove_prefix(1);
-    else if (!s.empty() && (s[0] == 'o' || s[0] == 'O'))
-        s.remove_prefix(1);
+    char prefix = take(s, "hHoO");
+    if (prefix == 'h' || prefix == 'H')
+        radix = 16;
     if (s.empty())
         return std::nullopt;
     std::uint64_t raw = 0;
@@ -178,9 +189,7 @@ std::optional<double> strictRadix(std::string_view s) {
 }
 
 bool strictExponent(std::string_view s, DecimalParts &p) {
-    bool negative = false;
-    if (!s.empty() && (s[0] == '+' || s[0] == '-'))
-        negative = s[0] == '-', s.remove_prefix(1);
+    bool negative = take(s, "+-") == '-';
     if (s.empty())
         return false;
     long long exponent = 0;
@@ -201,8 +210,7 @@ std::optional<double> numberFromText(std::string_view text) {
     if (!s.empty() && s[0] == '&')
         return strictRadix(s.substr(1));
     DecimalParts p;
-    if (!s.empty() && (s[0] == '+' || s[0] == '-'))
-        p.negative = s[0] == '-', s.remove_prefix(1);
+    p.negative = take(s, "+-") == '-';
     std::size_t i = 0;
     for (; i < s.size() && (isDigit(s[i]) || (s[i] == ',' && !p.whole.empty())); ++i)
         if (s[i] != ',')

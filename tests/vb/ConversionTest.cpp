@@ -1,8 +1,10 @@
 #include "vb/Conversion.h"
 
 #include "ErrorExpect.h"
+#include "vb/Format.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 TEST(ConversionTest, ValTakesEveryKindOfText) {
     std::string text = " 42 pcs";
@@ -35,4 +37,11 @@ TEST(ConversionTest, TextOfADateRoundTripsThroughCDate) {
         vb::Date d{serial};
         EXPECT_EQ(vb::CDate(vb::Variant(vb::CStr(vb::Variant(d)))), d) << serial;
     }
+}
+
+TEST(ConversionTest, NumbersTheOldPlatformCouldNotHoldRaiseOverflow) {
+    double infinite = std::numeric_limits<double>::infinity();
+    EXPECT_VB_ERROR(vb::CStr(vb::Variant(infinite)), 6);
+    EXPECT_VB_ERROR(vb::Str(-infinite), 6);
+    EXPECT_VB_ERROR(vb::Format(vb::Variant(infinite), "0.00"), 6);
 }
