@@ -40,12 +40,19 @@ int compareNumbers(double a, double b) {
 
 FlexGrid::FlexGrid(Form &form, std::string_view name, int index)
     : Control(form, ControlKind::FlexGrid, name, index) {
-    resize(rows_, cols_);
+    initCells();
 }
 
 FlexGrid::FlexGrid(Container &container, std::string_view name, int index)
     : Control(container, ControlKind::FlexGrid, name, index) {
-    resize(rows_, cols_);
+    initCells();
+}
+
+void FlexGrid::initCells() {
+    cells_.assign(static_cast<std::size_t>(rows_) * cols_, Cell{});
+    colWidths_.assign(cols_, defaultColWidth);
+    colAlignments_.assign(cols_, flexAlignGeneral);
+    rowHeights_.assign(rows_, defaultRowHeight);
 }
 
 FlexGrid::Cell &FlexGrid::cell(int row, int col) {
@@ -88,8 +95,8 @@ void FlexGrid::setRows(int rows) {
         throw errors::invalidRow();
     }
     resize(rows, cols_);
+    normalizeScroll();
     int last = std::max(0, rows - 1);
-    topRow_ = std::clamp(topRow_, std::min(fixedRows_, last), last);
     if (row_ > last || rowSel_ > last) {
         moveTo(std::min(row_, last), col_, std::min(rowSel_, last), colSel_);
     }
@@ -100,8 +107,8 @@ void FlexGrid::setCols(int cols) {
         throw errors::invalidCol();
     }
     resize(rows_, cols);
+    normalizeScroll();
     int last = std::max(0, cols - 1);
-    leftCol_ = std::clamp(leftCol_, std::min(fixedCols_, last), last);
     if (col_ > last || colSel_ > last) {
         moveTo(row_, std::min(col_, last), rowSel_, std::min(colSel_, last));
     }
@@ -112,7 +119,8 @@ void FlexGrid::setFixedRows(int rows) {
         throw errors::invalidRow();
     }
     fixedRows_ = rows;
-    topRow_ = std::clamp(topRow_, std::min(rows, rows_ - 1), std::max(0, rows_ - 1));
+    topRow_ = rows; // a new heading scrolls the grid home
+    normalizeScroll();
 }
 
 void FlexGrid::setFixedCols(int cols) {
@@ -120,7 +128,13 @@ void FlexGrid::setFixedCols(int cols) {
         throw errors::invalidCol();
     }
     fixedCols_ = cols;
-    leftCol_ = std::clamp(leftCol_, std::min(cols, cols_ - 1), std::max(0, cols_ - 1));
+    leftCol_ = cols;
+    normalizeScroll();
+}
+
+void FlexGrid::normalizeScroll() {
+    topRow_ = std::clamp(topRow_, fixedRows_, std::max(fixedRows_, rows_ - 1));
+    leftCol_ = std::clamp(leftCol_, fixedCols_, std::max(fixedCols_, cols_ - 1));
 }
 
 void FlexGrid::moveTo(int row, int col, int rowSel, int colSel) {
@@ -378,6 +392,7 @@ void FlexGrid::AddItem(std::string_view item, int index) {
                   std::make_move_iterator(row.begin()), std::make_move_iterator(row.end()));
     rowHeights_.insert(rowHeights_.begin() + at, defaultRowHeight);
     ++rows_;
+    normalizeScroll();
 }
 
 void FlexGrid::RemoveItem(int index) {
@@ -392,7 +407,7 @@ void FlexGrid::RemoveItem(int index) {
                  cells_.begin() + static_cast<std::ptrdiff_t>(index + 1) * cols_);
     rowHeights_.erase(rowHeights_.begin() + index);
     --rows_;
-    topRow_ = std::min(topRow_, rows_ - 1);
+    normalizeScroll();
     if (row_ >= rows_ || rowSel_ >= rows_) {
         moveTo(std::min(row_, rows_ - 1), col_, std::min(rowSel_, rows_ - 1), colSel_);
     }

@@ -192,8 +192,10 @@ private:
     void checkCol(int col) const;
     void moveTo(int row, int col, int rowSel, int colSel);
     void moveByUser(int row, int col);
+    void initCells();
     void resize(int rows, int cols);
     int maxTopRow() const;
+    void normalizeScroll();
     int visibleRowsFrom(int top) const;
     void scrollToShow(int row);
     int compareRows(int how, int a, int b, int fromCol, int toCol);

@@ -92,9 +92,10 @@ inline constexpr int lvwManual = 1;
 /// ItemClick; the Up, Down, Home, End, PageUp and PageDown keys move the
 /// selection and raise ItemClick too. A right click selects the row under the
 /// pointer before MouseDown and MouseUp (button 2) run, so a popup menu acts
-/// on it. Sorted lists sort by the text of column SortKey (0 the row's own
-/// text, n sub-item n), letter case ignored, in SortOrder, when Sorted is set
-/// and as rows are added.
+/// on it. A sorted list sorts by the text of column SortKey (0 the row's own
+/// text, n sub-item n), letter case ignored, in SortOrder: when Sorted is set,
+/// when SortKey or SortOrder change while it is on, and a row added to it
+/// takes its place by the key it has when added (its sub-items come later).
 class ListView : public Control {
 public:
     ListView(Form &form, std::string_view name, int index = -1);
