@@ -1,0 +1,536 @@
+#include "ado/Recordset.h"
+
+#include "ado/Errors.h"
+#include "ado/RecordsetState.h"
+#include "ado/Session.h"
+
+#include <cctype>
+#include <set>
+
+namespace ado {
+
+namespace {
+
+constexpr std::string_view source = "ADODB.Recordset";
+
+std::string_view cursorName(int type) {
+    switch (type) {
+    case adOpenKeyset:
+        return "keyset";
+    case adOpenDynamic:
+        return "dynamic";
+    case adOpenStatic:
+        return "static";
+    default:
+        return "forward-only";
+    }
+}
+
+std::string_view lockName(int type) {
+    switch (type) {
+    case adLockPessimistic:
+        return "pessimistic";
+    case adLockOptimistic:
+        return "optimistic";
+    case adLockBatchOptimistic:
+        return "batch-optimistic";
+    default:
+        return "read-only";
+    }
+}
+
+bool sameName(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (std::tolower(static_cast<unsigned char>(a[i])) !=
+            std::tolower(static_cast<unsigned char>(b[i])))
+            return false;
+    return true;
+}
+
+std::vector<ColumnValue> columnValues(const std::vector<FieldInfo> &fields,
+                                      const std::vector<vb::Variant> &values,
+                                      const std::vector<bool> &changed) {
+    std::vector<ColumnValue> out;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (changed[i])
+            out.push_back({&fields[i].baseColumn, &values[i]});
+    return out;
+}
+
+vb::Error insufficientBaseTable(const std::string &sql) {
+    return adoError(errnum::Unspecified, source,
+                    "Insufficient base table information for updating or refreshing. (\"" + sql +
+                        "\" does not read exactly one table.)");
+}
+
+} // namespace
+
+// ---- reading rows ----------------------------------------------------------
+
+RecordsetState::~RecordsetState() {
+    if (open)
+        traceClosed();
+}
+
+void RecordsetState::reset() {
+    cursor.reset();
+    fields.clear();
+    baseTable.clear();
+    identified = false;
+    rows.clear();
+    stale.clear();
+    position = 0;
+    allRead = started = atEnd = false;
+    editMode = adEditNone;
+    buffer.clear();
+    changed.clear();
+    batch.clear();
+    rowsRead = rowsAdded = rowsChanged = 0;
+}
+
+void RecordsetState::requireOpen() const {
+    if (!open)
+        throw adoError(errnum::ObjectClosed, source);
+}
+
+// A scrollable cursor reads the rest of its rows at the first look at one.
+// Rows added before that stay where they are, after the rows of the
+// statement (which may already see them: they are not taken twice).
+void RecordsetState::readAllRows() {
+    if (allRead)
+        return;
+    connection.session(); // a closed connection stops here with 3709
+    std::vector<Row> added = std::move(rows);
+    std::vector<bool> addedStale = std::move(stale);
+    std::set<std::int64_t> addedIds;
+    for (const auto &r : added)
+        addedIds.insert(r.rowid);
+    rows.clear();
+    stale.clear();
+    Row row;
+    while (cursor && cursor->next(row)) {
+        ++rowsRead;
+        if (identified && addedIds.count(row.rowid))
+            continue;
+        rows.push_back(std::move(row));
+        stale.push_back(false);
+    }
+    long offset = static_cast<long>(rows.size());
+    rows.insert(rows.end(), std::make_move_iterator(added.begin()),
+                std::make_move_iterator(added.end()));
+    stale.insert(stale.end(), addedStale.begin(), addedStale.end());
+    position = added.empty() ? 0 : offset + position;
+    cursor.reset();
+    allRead = true;
+}
+
+// Forward-only: the next row of the statement becomes the current one.
+bool RecordsetState::readNextRow() {
+    started = true;
+    rows.resize(1);
+    stale.assign(1, false);
+    position = 0;
+    connection.session();
+    if (cursor && cursor->next(rows[0])) {
+        ++rowsRead;
+        atEnd = false;
+        return true;
+    }
+    rows.clear();
+    stale.clear();
+    atEnd = true;
+    return false;
+}
+
+void RecordsetState::startReading() {
+    if (scrollable())
+        readAllRows();
+    else if (!started)
+        readNextRow();
+}
+
+bool RecordsetState::eof() {
+    requireOpen();
+    if (editMode == adEditAdd)
+        return false;
+    startReading();
+    if (!scrollable())
+        return atEnd;
+    return rows.empty() || position >= static_cast<long>(rows.size());
+}
+
+bool RecordsetState::bof() {
+    requireOpen();
+    if (editMode == adEditAdd)
+        return false;
+    startReading();
+    if (!scrollable())
+        return atEnd && rowsRead == 0 && rowsAdded == 0;
+    return rows.empty() || position < 0;
+}
+
+Row &RecordsetState::currentRow() {
+    if (eof() || bof())
+        throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+    Row &row = rows[static_cast<std::size_t>(position)];
+    if (stale[static_cast<std::size_t>(position)]) {
+        refresh(row);
+        stale[static_cast<std::size_t>(position)] = false;
+    }
+    return row;
+}
+
+// Values of a written row as the database now holds them (defaults included).
+void RecordsetState::refresh(Row &row) {
+    std::vector<std::string> columns;
+    std::vector<std::size_t> at;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (!fields[i].baseColumn.empty()) {
+            columns.push_back(fields[i].baseColumn);
+            at.push_back(i);
+        }
+    auto values = connection.session().provider().readRow(baseTable, row.rowid, columns);
+    for (std::size_t i = 0; i < at.size() && i < values.size(); ++i)
+        row.values[at[i]] = std::move(values[i]);
+}
+
+// ---- fields ------------------------------------------------------------------
+
+int RecordsetState::indexOf(std::string_view name) const {
+    requireOpen();
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (sameName(fields[i].name, name))
+            return static_cast<int>(i);
+    throw adoError(errnum::ItemNotFound, source,
+                   adoErrorText(errnum::ItemNotFound) + " (field '" + std::string(name) + "')");
+}
+
+void RecordsetState::checkIndex(int index) const {
+    requireOpen();
+    if (index < 0 || index >= static_cast<int>(fields.size()))
+        throw adoError(errnum::ItemNotFound, source);
+}
+
+vb::Variant RecordsetState::value(int index) {
+    checkIndex(index);
+    if (editMode != adEditNone)
+        return buffer[static_cast<std::size_t>(index)];
+    return currentRow().values[static_cast<std::size_t>(index)];
+}
+
+void RecordsetState::setValue(int index, const vb::Variant &value) {
+    checkIndex(index);
+    if (lockType == adLockReadOnly)
+        throw adoError(errnum::NotUpdatable, source);
+    const auto &field = fields[static_cast<std::size_t>(index)];
+    if (field.baseColumn.empty())
+        throw adoError(errnum::MultipleStep, source,
+                       adoErrorText(errnum::MultipleStep) + " (field '" + field.name +
+                           "' is not a column of the table " + baseTable + ")");
+    if (editMode == adEditNone)
+        beginEdit();
+    buffer[static_cast<std::size_t>(index)] = value;
+    changed[static_cast<std::size_t>(index)] = true;
+}
+
+// ---- writing rows ----------------------------------------------------------
+
+void RecordsetState::beginEdit() {
+    Row &row = currentRow();
+    if (!identified)
+        throw insufficientBaseTable(source);
+    buffer = row.values;
+    changed.assign(fields.size(), false);
+    editMode = adEditInProgress;
+}
+
+void RecordsetState::addNew() {
+    requireOpen();
+    if (lockType == adLockReadOnly)
+        throw adoError(errnum::NotUpdatable, source);
+    if (baseTable.empty())
+        throw insufficientBaseTable(source);
+    if (editMode != adEditNone)
+        save();
+    buffer.assign(fields.size(), vb::Variant::null());
+    changed.assign(fields.size(), false);
+    editMode = adEditAdd;
+}
+
+void RecordsetState::save() {
+    requireOpen();
+    if (editMode == adEditNone)
+        return;
+    if (lockType == adLockBatchOptimistic) {
+        if (editMode == adEditAdd)
+            placeAdded(Row{buffer, 0}, false);
+        rows[static_cast<std::size_t>(position)].values = buffer;
+        batch.push_back({static_cast<std::size_t>(position), editMode == adEditAdd,
+                         std::move(buffer), std::move(changed)});
+    } else if (editMode == adEditAdd) {
+        // A failed write leaves the row in the edit buffer, as ADO kept a
+        // failed AddNew pending.
+        Row row{buffer, 0};
+        writeAdded(row, buffer, changed);
+        placeAdded(std::move(row), true);
+    } else {
+        writeChanged(rows[static_cast<std::size_t>(position)], buffer, changed);
+        stale[static_cast<std::size_t>(position)] = true;
+    }
+    editMode = adEditNone;
+}
+
+// An added row becomes the current row.
+void RecordsetState::placeAdded(Row row, bool written) {
+    if (!scrollable()) {
+        rows.clear();
+        stale.clear();
+        started = true;
+        atEnd = false;
+    }
+    rows.push_back(std::move(row));
+    stale.push_back(written);
+    position = static_cast<long>(rows.size()) - 1;
+}
+
+void RecordsetState::writeAdded(Row &row, const std::vector<vb::Variant> &values,
+                                const std::vector<bool> &changedFields) {
+    Session &s = connection.session();
+    auto columns = columnValues(fields, values, changedFields);
+    std::string what =
+        "insert into " + baseTable + " (recordset #" + std::to_string(sequence) + ")";
+    row.rowid = s.call(Operation::Update, what, "", [&](StatementLog &log) {
+        return s.provider().insertRow(baseTable, columns, log);
+    });
+    ++rowsAdded;
+}
+
+void RecordsetState::writeChanged(Row &row, const std::vector<vb::Variant> &values,
+                                  const std::vector<bool> &changedFields) {
+    Session &s = connection.session();
+    auto columns = columnValues(fields, values, changedFields);
+    std::string what = "update " + baseTable + " rowid " + std::to_string(row.rowid) +
+                       " (recordset #" + std::to_string(sequence) + ")";
+    s.call(Operation::Update, what, "",
+           [&](StatementLog &log) { s.provider().updateRow(baseTable, row.rowid, columns, log); });
+    row.values = values;
+    ++rowsChanged;
+}
+
+void RecordsetState::saveBatch() {
+    requireOpen();
+    if (editMode != adEditNone)
+        save();
+    while (!batch.empty()) {
+        Pending &p = batch.front();
+        Row &row = rows[p.row];
+        if (p.add)
+            writeAdded(row, p.values, p.changed);
+        else
+            writeChanged(row, p.values, p.changed);
+        stale[p.row] = true;
+        batch.erase(batch.begin());
+    }
+}
+
+// Moving off a row being edited saves it first.
+void RecordsetState::leaveRow() {
+    requireOpen();
+    if (editMode != adEditNone)
+        save();
+}
+
+void RecordsetState::traceClosed() {
+    if (sequence == 0 || connection.State() != adStateOpen)
+        return;
+    connection.session().trace().writeClosed(sequence, rowsRead, rowsAdded, rowsChanged);
+}
+
+void RecordsetState::close() {
+    requireOpen();
+    if (editMode != adEditNone)
+        throw adoError(errnum::IllegalOperation, source);
+    traceClosed();
+    open = false;
+    cursor.reset();
+    rows.clear();
+    stale.clear();
+    batch.clear();
+}
+
+} // namespace ado
+
+namespace ado {
+
+// ---- the Recordset handle ----------------------------------------------------
+
+Recordset::Recordset() : state_(std::make_shared<RecordsetState>()) {}
+
+void Recordset::Open(std::string_view sql, const Connection &connection, int cursorType,
+                     int lockType, int) {
+    RecordsetState &rs = *state_;
+    if (rs.open)
+        throw adoError(errnum::ObjectOpen, source);
+    if (cursorType == adOpenUnspecified)
+        cursorType = adOpenForwardOnly;
+    if (lockType == adLockUnspecified)
+        lockType = adLockReadOnly;
+    if (cursorType < adOpenForwardOnly || cursorType > adOpenStatic || lockType < adLockReadOnly ||
+        lockType > adLockBatchOptimistic)
+        throw adoError(errnum::InvalidArgument, source);
+    Session &s = connection.session();
+    long sequence = s.nextSequence();
+    std::string what =
+        "open " + std::string(cursorName(cursorType)) + " " + std::string(lockName(lockType));
+    bool updatable = lockType != adLockReadOnly;
+    auto cursor = s.call(
+        Operation::Open, what, sql,
+        [&](StatementLog &log) {
+            s.provider().setCommandTimeout(s.commandTimeout());
+            return s.provider().open(sql, updatable, log);
+        },
+        sequence);
+    rs.reset();
+    rs.sequence = sequence;
+    rs.cursorType = cursorType;
+    rs.lockType = lockType;
+    adopt(connection, std::string(sql), std::move(cursor));
+}
+
+void Recordset::adopt(const Connection &connection, std::string sql,
+                      std::unique_ptr<Cursor> cursor) {
+    RecordsetState &rs = *state_;
+    rs.connection = connection;
+    rs.source = std::move(sql);
+    rs.fields = cursor->fields();
+    rs.baseTable = cursor->baseTable();
+    rs.identified = cursor->rowsIdentified();
+    rs.cursor = std::move(cursor);
+    rs.open = true;
+}
+
+void Recordset::Close() {
+    state_->close();
+}
+
+int Recordset::State() const {
+    return state_->open ? adStateOpen : adStateClosed;
+}
+
+bool Recordset::Eof() const {
+    return state_->eof();
+}
+
+bool Recordset::Bof() const {
+    return state_->bof();
+}
+
+void Recordset::MoveFirst() {
+    RecordsetState &rs = *state_;
+    rs.leaveRow();
+    if (!rs.scrollable()) {
+        // Forward-only: the statement runs again from its first row.
+        if (rs.started && rs.cursor && !(rs.rowsRead == 1 && !rs.atEnd)) {
+            rs.cursor->restart();
+            rs.rowsRead = 0;
+            rs.readNextRow();
+        }
+    } else {
+        rs.position = 0;
+    }
+    if (rs.eof())
+        throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+}
+
+void Recordset::MoveNext() {
+    RecordsetState &rs = *state_;
+    rs.leaveRow();
+    if (rs.eof())
+        throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+    if (rs.scrollable())
+        ++rs.position;
+    else
+        rs.readNextRow();
+}
+
+void Recordset::MovePrevious() {
+    RecordsetState &rs = *state_;
+    rs.leaveRow();
+    if (!rs.scrollable())
+        throw adoError(errnum::NoBackwardFetch, source);
+    if (rs.bof())
+        throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+    --rs.position;
+}
+
+void Recordset::MoveLast() {
+    RecordsetState &rs = *state_;
+    rs.leaveRow();
+    if (!rs.scrollable())
+        throw adoError(errnum::NoBackwardFetch, source);
+    rs.readAllRows();
+    if (rs.rows.empty())
+        throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+    rs.position = static_cast<long>(rs.rows.size()) - 1;
+}
+
+long Recordset::RecordCount() const {
+    RecordsetState &rs = *state_;
+    rs.requireOpen();
+    if (rs.cursorType == adOpenForwardOnly || rs.cursorType == adOpenDynamic)
+        return -1;
+    rs.readAllRows();
+    return static_cast<long>(rs.rows.size());
+}
+
+void Recordset::AddNew() {
+    state_->addNew();
+}
+
+void Recordset::Update() {
+    state_->save();
+}
+
+void Recordset::UpdateBatch() {
+    state_->saveBatch();
+}
+
+void Recordset::CancelUpdate() {
+    state_->requireOpen();
+    state_->editMode = adEditNone;
+}
+
+int Recordset::EditMode() const {
+    state_->requireOpen();
+    return state_->editMode;
+}
+
+ado::Fields Recordset::Fields() const {
+    state_->requireOpen();
+    return ado::Fields(state_);
+}
+
+Field Recordset::Fields(int index) const {
+    state_->checkIndex(index);
+    return Field(state_, index);
+}
+
+Field Recordset::Fields(std::string_view name) const {
+    return Field(state_, state_->indexOf(name));
+}
+
+const std::string &Recordset::Source() const {
+    return state_->source;
+}
+
+int Recordset::CursorType() const {
+    return state_->cursorType;
+}
+
+int Recordset::LockType() const {
+    return state_->lockType;
+}
+
+} // namespace ado

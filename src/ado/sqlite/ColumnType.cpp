@@ -1,0 +1,58 @@
+#include "ado/sqlite/ColumnType.h"
+
+#include <cctype>
+#include <cstdlib>
+
+namespace ado::sqlite {
+
+bool ColumnType::numeric() const {
+    switch (kind) {
+    case ColumnKind::Integer:
+    case ColumnKind::Bit:
+    case ColumnKind::Decimal:
+    case ColumnKind::Float:
+    case ColumnKind::Money:
+        return true;
+    default:
+        return false;
+    }
+}
+
+namespace {
+
+ColumnKind kindOfName(std::string_view n) {
+    if (n == "char" || n == "varchar" || n == "nchar" || n == "nvarchar" || n == "text" ||
+        n == "ntext" || n == "clob" || n == "character")
+        return ColumnKind::Text;
+    if (n == "int" || n == "integer" || n == "smallint" || n == "bigint" || n == "tinyint")
+        return ColumnKind::Integer;
+    if (n == "bit")
+        return ColumnKind::Bit;
+    if (n == "numeric" || n == "decimal")
+        return ColumnKind::Decimal;
+    if (n == "float" || n == "real" || n == "double")
+        return ColumnKind::Float;
+    if (n == "money" || n == "smallmoney")
+        return ColumnKind::Money;
+    if (n == "datetime" || n == "date" || n == "smalldatetime" || n == "datetime2")
+        return ColumnKind::Date;
+    return ColumnKind::Unknown;
+}
+
+} // namespace
+
+ColumnType columnTypeOf(std::string_view declared) {
+    ColumnType type;
+    std::size_t i = 0;
+    while (i < declared.size() && std::isspace(static_cast<unsigned char>(declared[i])))
+        ++i;
+    while (i < declared.size() &&
+           (std::isalnum(static_cast<unsigned char>(declared[i])) || declared[i] == '_'))
+        type.name += static_cast<char>(std::tolower(static_cast<unsigned char>(declared[i++])));
+    type.kind = kindOfName(type.name);
+    if (auto open = declared.find('(', i); open != std::string_view::npos)
+        type.length = std::atoi(std::string(declared.substr(open + 1)).c_str());
+    return type;
+}
+
+} // namespace ado::sqlite

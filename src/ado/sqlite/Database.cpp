@@ -1,0 +1,87 @@
+#include "ado/sqlite/Database.h"
+
+#include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/Functions.h"
+
+#include <filesystem>
+#include <sqlite3.h>
+
+namespace ado::sqlite {
+
+namespace {
+
+constexpr int busyTimeoutMs = 5000;
+// Progress checks every so many virtual machine steps: often enough to stop
+// within a fraction of a second, rarely enough to cost nothing measurable.
+constexpr int progressSteps = 10000;
+
+} // namespace
+
+Database::Database(std::string_view path, Mode mode) : path_(path) {
+    if (mode == Mode::OpenExisting && !std::filesystem::exists(path_))
+        throw connectionError("Cannot open the database '" + path_ + "': the file does not exist");
+    int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
+    int rc = sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        std::string why = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
+        sqlite3_close(db_);
+        db_ = nullptr;
+        throw connectionError("Cannot open the database '" + path_ + "': " + why);
+    }
+    sqlite3_extended_result_codes(db_, 1);
+    sqlite3_busy_timeout(db_, busyTimeoutMs);
+    // The first read of the file happens here, so a file that is no database
+    // is found out at once and not at the first statement of the module.
+    rc = sqlite3_exec(db_, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) {
+        std::string why = sqlite3_errmsg(db_);
+        sqlite3_close(db_);
+        db_ = nullptr;
+        throw connectionError("Cannot open the database '" + path_ + "': " + why);
+    }
+    registerFunctions(db_);
+}
+
+Database::~Database() {
+    // Closing rolls back a transaction left open: nothing half-written stays.
+    sqlite3_close_v2(db_);
+}
+
+vb::Error Database::lastError(std::string_view statement) const {
+    return engineError(sqlite3_extended_errcode(db_), sqlite3_errmsg(db_), statement);
+}
+
+std::int64_t Database::changes() const {
+    return sqlite3_changes64(db_);
+}
+std::int64_t Database::totalChanges() const {
+    return sqlite3_total_changes64(db_);
+}
+std::int64_t Database::lastInsertRowid() const {
+    return sqlite3_last_insert_rowid(db_);
+}
+bool Database::autocommit() const {
+    return sqlite3_get_autocommit(db_) != 0;
+}
+
+int Database::progress(void *self) {
+    auto *db = static_cast<Database *>(self);
+    return db->limited_ && std::chrono::steady_clock::now() > db->deadline_ ? 1 : 0;
+}
+
+Database::TimeLimit::TimeLimit(Database &db, int seconds) : db_(db) {
+    if (seconds <= 0)
+        return;
+    db_.limited_ = true;
+    db_.deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    sqlite3_progress_handler(db_.db_, progressSteps, &Database::progress, &db_);
+}
+
+Database::TimeLimit::~TimeLimit() {
+    if (!db_.limited_)
+        return;
+    db_.limited_ = false;
+    sqlite3_progress_handler(db_.db_, 0, nullptr, nullptr);
+}
+
+} // namespace ado::sqlite

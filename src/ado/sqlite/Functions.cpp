@@ -1,0 +1,247 @@
+#include "ado/sqlite/Functions.h"
+
+#include "ado/sqlite/ColumnType.h"
+#include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ValueConversion.h"
+#include "vb/Clock.h"
+#include "vb/Conversion.h"
+#include "vb/Error.h"
+#include "vb/Strings.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <sqlite3.h>
+#include <string>
+#include <string_view>
+
+namespace ado::sqlite {
+
+namespace {
+
+std::string_view trimmedRight(const void *data, int size) {
+    std::string_view s(static_cast<const char *>(data), static_cast<std::size_t>(size));
+    while (!s.empty() && s.back() == ' ')
+        s.remove_suffix(1);
+    return s;
+}
+
+int compareCitext(void *, int sizeA, const void *a, int sizeB, const void *b) {
+    auto x = trimmedRight(a, sizeA), y = trimmedRight(b, sizeB);
+    std::size_t n = std::min(x.size(), y.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        int cx = std::tolower(static_cast<unsigned char>(x[i]));
+        int cy = std::tolower(static_cast<unsigned char>(y[i]));
+        if (cx != cy)
+            return cx < cy ? -1 : 1;
+    }
+    return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
+}
+
+std::string textOf(sqlite3_value *v) {
+    const auto *p = sqlite3_value_text(v);
+    return p ? std::string(reinterpret_cast<const char *>(p),
+                           static_cast<std::size_t>(sqlite3_value_bytes(v)))
+             : std::string();
+}
+
+bool anyNull(int argc, sqlite3_value **argv) {
+    for (int i = 0; i < argc; ++i)
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL)
+            return true;
+    return false;
+}
+
+void resultText(sqlite3_context *ctx, const std::string &s) {
+    sqlite3_result_text64(ctx, s.data(), s.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void resultStored(sqlite3_context *ctx, const StoredValue &value) {
+    if (const auto *i = std::get_if<std::int64_t>(&value))
+        sqlite3_result_int64(ctx, *i);
+    else if (const auto *d = std::get_if<double>(&value))
+        sqlite3_result_double(ctx, *d);
+    else if (const auto *s = std::get_if<std::string>(&value))
+        resultText(ctx, *s);
+    else
+        sqlite3_result_null(ctx);
+}
+
+// Runs a function body; a vb::Error becomes the statement's error message.
+template <class Body> void guarded(sqlite3_context *ctx, Body &&body) {
+    try {
+        body();
+    } catch (const vb::Error &e) {
+        sqlite3_result_error(ctx, e.description().c_str(), -1);
+    }
+}
+
+void checkLength(std::int64_t n, const char *function) {
+    if (n < 0)
+        throw vb::Error(0, "",
+                        std::string("Invalid length parameter passed to the ") + function +
+                            " function.");
+}
+
+void svLen(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    sqlite3_result_int64(ctx, vb::Len(vb::RTrim(textOf(argv[0]))));
+}
+
+void svLeft(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        auto n = sqlite3_value_int64(argv[1]);
+        checkLength(n, "left");
+        resultText(ctx, vb::Left(textOf(argv[0]), static_cast<long>(n)));
+    });
+}
+
+void svRight(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        auto n = sqlite3_value_int64(argv[1]);
+        checkLength(n, "right");
+        resultText(ctx, vb::Right(textOf(argv[0]), static_cast<long>(n)));
+    });
+}
+
+// substring(s, start, n): the characters from start to start + n - 1 that
+// lie inside the text; a start before 1 eats into the length.
+void svSubstring(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        std::int64_t start = sqlite3_value_int64(argv[1]);
+        std::int64_t n = sqlite3_value_int64(argv[2]);
+        checkLength(n, "substring");
+        std::int64_t end = start + n; // one past the last character
+        start = std::max<std::int64_t>(start, 1);
+        if (end <= start)
+            return resultText(ctx, "");
+        resultText(ctx, vb::Mid(textOf(argv[0]), static_cast<long>(start),
+                                static_cast<long>(end - start)));
+    });
+}
+
+// SQL Server's isnumeric: blanks around, an optional currency sign and sign,
+// digits with thousands commas, one point, an exponent with e or d. A lone
+// sign, point or currency sign passes too, as it does there.
+bool isNumericText(std::string_view s) {
+    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.front())))
+        s.remove_prefix(1);
+    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.back())))
+        s.remove_suffix(1);
+    if (s.empty())
+        return false;
+    std::size_t i = 0;
+    if (s[i] == '$')
+        ++i;
+    if (i < s.size() && (s[i] == '+' || s[i] == '-'))
+        ++i;
+    std::size_t digits = 0;
+    bool point = false;
+    for (; i < s.size(); ++i) {
+        char c = s[i];
+        if (std::isdigit(static_cast<unsigned char>(c)))
+            ++digits;
+        else if (c == ',' && !point)
+            continue;
+        else if (c == '.' && !point)
+            point = true;
+        else
+            break;
+    }
+    if (i < s.size() && digits > 0 && (s[i] == 'e' || s[i] == 'E' || s[i] == 'd' || s[i] == 'D')) {
+        ++i;
+        if (i < s.size() && (s[i] == '+' || s[i] == '-'))
+            ++i;
+        std::size_t exponentDigits = 0;
+        while (i < s.size() && std::isdigit(static_cast<unsigned char>(s[i])))
+            ++i, ++exponentDigits;
+        if (exponentDigits == 0)
+            return false;
+    }
+    return i == s.size();
+}
+
+void svIsnumeric(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    int type = sqlite3_value_type(argv[0]);
+    if (type == SQLITE_NULL)
+        return sqlite3_result_int(ctx, 0);
+    if (type == SQLITE_INTEGER || type == SQLITE_FLOAT)
+        return sqlite3_result_int(ctx, 1);
+    sqlite3_result_int(ctx, isNumericText(textOf(argv[0])) ? 1 : 0);
+}
+
+void svGetdate(sqlite3_context *ctx, int, sqlite3_value **) {
+    guarded(ctx, [&] { resultText(ctx, canonicalDate(vb::Now())); });
+}
+
+std::string numberText(sqlite3_value *v) {
+    if (sqlite3_value_type(v) == SQLITE_INTEGER)
+        return std::to_string(sqlite3_value_int64(v));
+    if (sqlite3_value_type(v) == SQLITE_FLOAT)
+        return vb::CStr(vb::Variant(sqlite3_value_double(v)));
+    return textOf(v);
+}
+
+StoredValue convertValue(const ColumnType &type, sqlite3_value *v) {
+    int storage = sqlite3_value_type(v);
+    bool isText = storage == SQLITE_TEXT || storage == SQLITE_BLOB;
+    switch (type.kind) {
+    case ColumnKind::Integer:
+        if (isText)
+            return textToInteger(textOf(v), type);
+        // A number converts to an integer type by dropping its fraction.
+        return numberToInteger(std::trunc(sqlite3_value_double(v)), type);
+    case ColumnKind::Bit:
+    case ColumnKind::Decimal:
+    case ColumnKind::Money:
+    case ColumnKind::Float:
+        if (isText)
+            return toStored(vb::Variant(textOf(v)), type);
+        if (storage == SQLITE_INTEGER && type.kind != ColumnKind::Float)
+            return static_cast<std::int64_t>(sqlite3_value_int64(v));
+        return toStored(vb::Variant(sqlite3_value_double(v)), type);
+    case ColumnKind::Date:
+        if (isText)
+            return toStored(vb::Variant(textOf(v)), type);
+        // Numbers count days from 1 January 1900.
+        return canonicalDate(vb::Date{sqlite3_value_double(v) + 2.0});
+    case ColumnKind::Text: {
+        std::string text = numberText(v);
+        long length = type.length > 0 ? type.length : 30;
+        return vb::Left(text, length);
+    }
+    case ColumnKind::Unknown:
+        break;
+    }
+    throw vb::Error(0, "", "Type " + type.name + " is not a defined system type.");
+}
+
+void svConvert(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    if (sqlite3_value_type(argv[1]) == SQLITE_NULL)
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] { resultStored(ctx, convertValue(columnTypeOf(textOf(argv[0])), argv[1])); });
+}
+
+} // namespace
+
+void registerFunctions(sqlite3 *db) {
+    constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_collation(db, "CITEXT", SQLITE_UTF8, nullptr, &compareCitext);
+    sqlite3_create_function(db, "sv_len", 1, pure, nullptr, &svLen, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_left", 2, pure, nullptr, &svLeft, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_right", 2, pure, nullptr, &svRight, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_substring", 3, pure, nullptr, &svSubstring, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_isnumeric", 1, pure, nullptr, &svIsnumeric, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_getdate", 0, SQLITE_UTF8, nullptr, &svGetdate, nullptr,
+                            nullptr);
+    sqlite3_create_function(db, "sv_convert", 2, pure, nullptr, &svConvert, nullptr, nullptr);
+}
+
+} // namespace ado::sqlite

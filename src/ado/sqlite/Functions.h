@@ -1,0 +1,23 @@
+// The SQL functions and the collation that stand in for SQL Server's inside SQLite.
+#pragma once
+
+struct sqlite3;
+
+namespace ado::sqlite {
+
+/// Registers on a database, for translated statements and native SQL alike:
+///
+/// - collation CITEXT: text compares ignoring ASCII letter case and trailing
+///   blanks, as SQL Server's default collation does. The translator puts it
+///   on string literals; tables may declare it on text columns.
+/// - sv_len(x): characters without the trailing blanks (len).
+/// - sv_left(x, n), sv_right(x, n), sv_substring(x, start, n): by characters.
+/// - sv_isnumeric(x): 1 when the text would pass SQL Server's isnumeric, else 0.
+/// - sv_getdate(): the clock (vb::Now, so a fixed clock fixes it) as
+///   "YYYY-MM-DD HH:MM:SS".
+/// - sv_convert(type, x): convert(type, x) for type names as SQL Server
+///   writes them ("int", "varchar(24)", "numeric(18,3)", "datetime"), with
+///   SQL Server's errors for values that do not convert.
+void registerFunctions(sqlite3 *db);
+
+} // namespace ado::sqlite

@@ -1,0 +1,617 @@
+#include "ado/sqlite/Translator.h"
+
+#include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/SqlTree.h"
+
+#include <map>
+#include <set>
+#include <span>
+
+namespace ado::sqlite {
+
+namespace {
+
+using Kind = Token::Kind;
+using Nodes = std::span<const Node>;
+using Positions = std::vector<std::size_t>;
+
+// Words that are never a column, a table alias or a column alias.
+const std::set<std::string> reservedWords = {
+    "all",       "and",    "any",     "as",     "asc",   "begin",    "between", "by",    "case",
+    "collate",   "cross",  "default", "delete", "desc",  "distinct", "else",    "end",   "escape",
+    "except",    "exists", "from",    "full",   "group", "having",   "in",      "inner", "insert",
+    "intersect", "into",   "is",      "join",   "left",  "like",     "limit",   "not",   "null",
+    "on",        "or",     "order",   "outer",  "right", "select",   "set",     "some",  "then",
+    "top",       "union",  "update",  "values", "when",  "where",    "with"};
+
+// Plain renames: SQL Server function name -> the function that does the same here.
+const std::map<std::string, std::string> renamedFunctions = {
+    {"isnull", "ifnull"},          {"len", "sv_len"},
+    {"left", "sv_left"},           {"right", "sv_right"},
+    {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
+    {"getdate", "sv_getdate"}};
+
+// Functions whose result is text, so that + next to them joins strings.
+const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
+                                             "ltrim", "rtrim",   "replace",   "space", "char",
+                                             "str",   "reverse", "stuff"};
+
+const std::set<std::string> comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
+
+// Words that end a select list at its own level.
+const std::set<std::string> selectListEnds = {"from",   "into",  "where",  "group",    "order",
+                                              "having", "union", "except", "intersect"};
+
+bool isReserved(const Node &n) {
+    return !n.group && n.token.kind == Kind::Word && reservedWords.count(lowerCase(n.token.text));
+}
+
+bool isName(const Node &n) {
+    return (n.is(Kind::Word) && !isReserved(n)) || n.is(Kind::Quoted);
+}
+
+// A node after which a value has ended, so that a name or string literal
+// standing next is an alias.
+bool endsOperand(const Node &n) {
+    if (n.group || n.is(Kind::Quoted) || n.is(Kind::Number) || n.is(Kind::String))
+        return true;
+    return n.is(Kind::Word) && (!isReserved(n) || n.isWord("end") || n.isWord("null"));
+}
+
+std::string quoteName(std::string_view name) {
+    std::string out = "\"";
+    for (char c : name) {
+        out += c;
+        if (c == '"')
+            out += '"';
+    }
+    return out + "\"";
+}
+
+std::string trimmed(std::string s) {
+    auto b = s.find_first_not_of(" \t\r\n");
+    auto e = s.find_last_not_of(" \t\r\n");
+    return b == std::string::npos ? "" : s.substr(b, e - b + 1);
+}
+
+// The parts of a group's content between its top-level commas.
+std::vector<Nodes> splitArguments(Nodes nodes) {
+    std::vector<Nodes> parts;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        if (nodes[i].isSymbol(",")) {
+            parts.push_back(nodes.subspan(start, i - start));
+            start = i + 1;
+        }
+    parts.push_back(nodes.subspan(start));
+    return parts;
+}
+
+// The one significant node of a part, or nullptr.
+const Node *single(Nodes part) {
+    const Node *found = nullptr;
+    for (const auto &n : part)
+        if (n.significant()) {
+            if (found)
+                return nullptr;
+            found = &n;
+        }
+    return found;
+}
+
+struct Edits {
+    std::set<std::size_t> skip;
+    std::map<std::size_t, std::string> replace;
+    std::map<std::size_t, std::string> after;
+};
+
+class Rewriter {
+public:
+    Rewriter(const Catalog &catalog, TranslateOptions options)
+        : catalog_(catalog), options_(options) {}
+
+    Translation run(std::string_view text);
+
+private:
+    // One level of nodes (a statement, or what stands inside parentheses).
+    struct Level {
+        Nodes nodes;
+        Positions sig;
+        Edits edits;
+        const Node &at(std::size_t k) const { return nodes[sig[k]]; }
+        bool has(std::size_t k) const { return k < sig.size(); }
+    };
+
+    std::string statement(Nodes nodes, Translation &result);
+    std::string sequence(Nodes nodes);
+    std::string emit(Level &level);
+    void planLevel(Level &level);
+
+    void planTop(Level &level);
+    void planCalls(Level &level);
+    void planHints(Level &level);
+    void planConcatenation(Level &level);
+    void planDateComparisons(Level &level);
+    void planStrings(Level &level);
+
+    void planDeleteInsert(Level &level);
+    void planInsertValues(Level &level);
+    void planSelectList(Level &level, Translation &result);
+
+    std::string convertArguments(const Node &group, std::string_view function);
+    std::string charindexArguments(const Node &group);
+    bool isTextOperandBefore(const Level &level, std::size_t k) const;
+    bool isTextOperandAfter(const Level &level, std::size_t k) const;
+    bool isTextCall(const Node &name, const Node &group) const;
+    ColumnKind kindBefore(const Level &level, std::size_t k) const;
+    ColumnKind kindAfter(const Level &level, std::size_t k) const;
+    std::size_t nameChainEnd(const Level &level, std::size_t k) const;
+    std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
+
+    const Catalog &catalog_;
+    TranslateOptions options_;
+    std::set<const Node *> dateStrings_;
+};
+
+// ---- driving -------------------------------------------------------------
+
+Translation Rewriter::run(std::string_view text) {
+    auto tokens = tokenize(text);
+    auto tree = buildTree(tokens);
+    Translation result;
+    Nodes all(tree);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= all.size(); ++i) {
+        if (i < all.size() && !all[i].isSymbol(";"))
+            continue;
+        result.sql += statement(all.subspan(start, i - start), result);
+        if (i < all.size())
+            result.sql += ";";
+        start = i + 1;
+    }
+    return result;
+}
+
+std::string Rewriter::statement(Nodes nodes, Translation &result) {
+    Level level{nodes, significantPositions(nodes), {}};
+    if (level.sig.empty())
+        return sequence(nodes);
+    ++result.statements;
+    planDeleteInsert(level);
+    planInsertValues(level);
+    planSelectList(level, result);
+    planLevel(level);
+    return emit(level);
+}
+
+std::string Rewriter::sequence(Nodes nodes) {
+    Level level{nodes, significantPositions(nodes), {}};
+    planLevel(level);
+    return emit(level);
+}
+
+void Rewriter::planLevel(Level &level) {
+    planTop(level);
+    planCalls(level);
+    planHints(level);
+    planConcatenation(level);
+    planDateComparisons(level);
+    planStrings(level);
+}
+
+std::string Rewriter::emit(Level &level) {
+    std::string out;
+    const auto &e = level.edits;
+    for (std::size_t i = 0; i < level.nodes.size(); ++i) {
+        const Node &n = level.nodes[i];
+        if (e.skip.count(i))
+            continue;
+        if (auto r = e.replace.find(i); r != e.replace.end())
+            out += r->second;
+        else if (n.group)
+            out += "(" + sequence(n.children) + ")";
+        else if (n.is(Kind::Quoted))
+            out += quoteName(n.token.name());
+        else if (n.isSymbol("!<"))
+            out += ">=";
+        else if (n.isSymbol("!>"))
+            out += "<=";
+        else
+            out += n.token.text;
+        if (auto a = e.after.find(i); a != e.after.end())
+            out += a->second;
+    }
+    return out;
+}
+
+// ---- rules of every level --------------------------------------------------
+
+// select top N ... becomes select ... LIMIT N at the end of the same level.
+void Rewriter::planTop(Level &level) {
+    std::string limit;
+    for (std::size_t k = 0; k + 1 < level.sig.size(); ++k) {
+        if (!level.at(k).isWord("select"))
+            continue;
+        std::size_t t = k + 1;
+        if (level.at(t).isWord("distinct") || level.at(t).isWord("all"))
+            ++t;
+        if (!level.has(t + 1) || !level.at(t).isWord("top"))
+            continue;
+        const Node &count = level.at(t + 1);
+        const Node *number = count.group ? single(count.children) : &count;
+        if (!number || !number->is(Kind::Number))
+            throw statementError("TOP takes a plain number here: \"" + count.text() + "\"");
+        if (level.has(t + 2) &&
+            (level.at(t + 2).isWord("percent") || level.at(t + 2).isWord("with")))
+            throw statementError("TOP ... PERCENT and TOP ... WITH TIES are not supported");
+        if (!limit.empty())
+            throw statementError("TOP in more than one select of a statement is not supported");
+        limit = std::string(number->token.text);
+        for (std::size_t p : {level.sig[t], level.sig[t + 1]}) {
+            level.edits.skip.insert(p);
+            if (p + 1 < level.nodes.size() && level.nodes[p + 1].is(Kind::Space))
+                level.edits.skip.insert(p + 1);
+        }
+    }
+    if (!limit.empty())
+        level.edits.after[level.sig.back()] += " LIMIT " + limit;
+}
+
+void Rewriter::planCalls(Level &level) {
+    for (std::size_t k = 0; k + 1 < level.sig.size(); ++k) {
+        const Node &name = level.at(k);
+        const Node &args = level.at(k + 1);
+        if (!name.is(Kind::Word) || !args.group || (k > 0 && level.at(k - 1).isSymbol(".")))
+            continue;
+        std::string fn = lowerCase(name.token.text);
+        auto &e = level.edits;
+        if (auto r = renamedFunctions.find(fn); r != renamedFunctions.end()) {
+            e.replace[level.sig[k]] = r->second;
+        } else if (fn == "convert" || fn == "cast") {
+            e.replace[level.sig[k]] = "sv_convert";
+            e.replace[level.sig[k + 1]] = convertArguments(args, fn);
+        } else if (fn == "charindex") {
+            e.replace[level.sig[k]] = "instr";
+            e.replace[level.sig[k + 1]] = charindexArguments(args);
+        }
+    }
+}
+
+// Table hints such as with (nolock) mean nothing to SQLite; dbo. is the only schema.
+void Rewriter::planHints(Level &level) {
+    for (std::size_t k = 0; k < level.sig.size(); ++k) {
+        const Node &n = level.at(k);
+        if (n.isWord("dbo") && level.has(k + 1) && level.at(k + 1).isSymbol(".")) {
+            level.edits.skip.insert(level.sig[k]);
+            level.edits.skip.insert(level.sig[k + 1]);
+        }
+        if (!n.group || k == 0)
+            continue;
+        const Node *hint = single(n.children);
+        if (!hint || !(hint->isWord("nolock") || hint->isWord("readuncommitted")))
+            continue;
+        std::size_t first = level.at(k - 1).isWord("with") ? level.sig[k - 1] : level.sig[k];
+        if (first > 0 && level.nodes[first - 1].is(Kind::Space))
+            --first;
+        for (std::size_t p = first; p <= level.sig[k]; ++p)
+            level.edits.skip.insert(p);
+    }
+}
+
+// + between strings joins them: where one side is a string literal, a text
+// column or a function that gives text.
+void Rewriter::planConcatenation(Level &level) {
+    for (std::size_t k = 1; k + 1 < level.sig.size(); ++k)
+        if (level.at(k).isSymbol("+") &&
+            (isTextOperandBefore(level, k) || isTextOperandAfter(level, k)))
+            level.edits.replace[level.sig[k]] = "||";
+}
+
+// A string literal compared with a date column is a date: it takes the form
+// the column stores, so that the texts compare as the dates do.
+void Rewriter::planDateComparisons(Level &level) {
+    for (std::size_t k = 0; k < level.sig.size(); ++k) {
+        const Node &n = level.at(k);
+        if (n.group && k > 0 && level.at(k - 1).isWord("in") &&
+            kindBefore(level, k - 1) == ColumnKind::Date) {
+            for (const auto &child : n.children)
+                if (child.is(Kind::String))
+                    dateStrings_.insert(&child);
+            continue;
+        }
+        if (!n.is(Kind::String))
+            continue;
+        bool date = false;
+        if (k > 0) {
+            const Node &before = level.at(k - 1);
+            if ((before.is(Kind::Symbol) && comparisons.count(std::string(before.token.text))) ||
+                before.isWord("between"))
+                date = kindBefore(level, k - 1) == ColumnKind::Date;
+            else if (before.isWord("and") && k >= 3 && level.at(k - 2).is(Kind::String) &&
+                     level.at(k - 3).isWord("between"))
+                date = kindBefore(level, k - 3) == ColumnKind::Date;
+        }
+        if (!date && level.has(k + 1) && level.at(k + 1).is(Kind::Symbol) &&
+            comparisons.count(std::string(level.at(k + 1).token.text)))
+            date = kindAfter(level, k + 1) == ColumnKind::Date;
+        if (date)
+            dateStrings_.insert(&n);
+    }
+}
+
+// String literals compare as SQL Server compares text: ignoring letter case
+// and trailing blanks. An N before the quote means nothing here.
+void Rewriter::planStrings(Level &level) {
+    for (std::size_t k = 0; k < level.sig.size(); ++k) {
+        const Node &n = level.at(k);
+        if (!n.is(Kind::String))
+            continue;
+        std::string text;
+        if (dateStrings_.count(&n)) {
+            auto date = canonicalDate(n.token.stringValue());
+            if (!date)
+                throw conversionError("Conversion failed when converting date and/or time from "
+                                      "character string.");
+            text = "'" + *date + "'";
+        } else {
+            text = std::string(n.token.text.substr(n.token.text.front() == '\'' ? 0 : 1));
+        }
+        bool alias = k > 0 && (endsOperand(level.at(k - 1)) || level.at(k - 1).isWord("as"));
+        bool plain =
+            k > 0 && (level.at(k - 1).isWord("default") || level.at(k - 1).isWord("escape"));
+        if (!alias && !plain)
+            text += " COLLATE CITEXT";
+        level.edits.replace[level.sig[k]] = text;
+    }
+}
+
+// ---- statement-level rules -------------------------------------------------
+
+// delete T where ... and insert T ... without from / into.
+void Rewriter::planDeleteInsert(Level &level) {
+    if (!level.has(1))
+        return;
+    const Node &first = level.at(0);
+    if (first.isWord("delete") && !level.at(1).isWord("from"))
+        level.edits.after[level.sig[0]] += " from";
+    if (first.isWord("insert") && !level.at(1).isWord("into"))
+        level.edits.after[level.sig[0]] += " into";
+}
+
+// insert into T (c1, c2) values ('...', ...): date text going into a date
+// column takes the stored form.
+void Rewriter::planInsertValues(Level &level) {
+    if (!level.at(0).isWord("insert"))
+        return;
+    std::size_t k = level.has(1) && level.at(1).isWord("into") ? 2 : 1;
+    if (!level.has(k) || !isName(level.at(k)))
+        return;
+    std::size_t end = nameChainEnd(level, k);
+    std::string table(level.at(end).token.name());
+    std::vector<std::string> columns;
+    k = end + 1;
+    if (level.has(k) && level.at(k).group) {
+        for (const auto &child : level.at(k).children)
+            if (child.is(Kind::Word) || child.is(Kind::Quoted))
+                columns.emplace_back(child.token.name());
+        ++k;
+    } else {
+        for (const auto &c : catalog_.columns(table))
+            columns.push_back(c.name);
+    }
+    if (!level.has(k) || !level.at(k).isWord("values"))
+        return;
+    for (++k; level.has(k); ++k) {
+        if (!level.at(k).group)
+            continue;
+        auto parts = splitArguments(level.at(k).children);
+        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i) {
+            const Node *value = single(parts[i]);
+            if (value && value->is(Kind::String) &&
+                catalog_.columnType(table, columns[i]).kind == ColumnKind::Date)
+                dateStrings_.insert(value);
+        }
+    }
+}
+
+// The names of the result columns are those the statement gives: a column
+// keeps the spelling it has in the statement, an expression without an alias
+// has no name (SQLite would name both otherwise). A recordset that may change
+// rows also reads the rowid of the one table it selects from.
+void Rewriter::planSelectList(Level &level, Translation &result) {
+    if (!level.at(0).isWord("select"))
+        return;
+    std::size_t begin = 1;
+    if (level.has(begin) && (level.at(begin).isWord("distinct") || level.at(begin).isWord("all")))
+        ++begin;
+    if (level.has(begin + 1) && level.at(begin).isWord("top"))
+        begin += 2;
+    std::size_t end = begin;
+    int items = 0;
+    bool aggregate = false;
+    while (level.has(end) && !(level.at(end).is(Kind::Word) &&
+                               selectListEnds.count(lowerCase(level.at(end).token.text))))
+        ++end;
+    for (std::size_t a = begin; a < end;) {
+        std::size_t b = a;
+        while (b < end && !level.at(b).isSymbol(","))
+            ++b;
+        if (b == a)
+            throw statementError("Incorrect syntax near ','.");
+        const Node &last = level.at(b - 1);
+        bool star = last.isSymbol("*");
+        bool column = !star && isName(level.at(a)) && nameChainEnd(level, a) == b - 1;
+        bool aliasLike = isName(last) || last.is(Kind::String);
+        bool aliased = b - a >= 2 && aliasLike &&
+                       (level.at(b - 2).isWord("as") || endsOperand(level.at(b - 2)));
+        for (std::size_t i = a; i + 1 < b; ++i)
+            if (level.at(i + 1).group && level.at(i).is(Kind::Word)) {
+                auto fn = lowerCase(level.at(i).token.text);
+                aggregate = aggregate || fn == "count" || fn == "sum" || fn == "min" ||
+                            fn == "max" || fn == "avg";
+            }
+        if (column)
+            level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
+        else if (!star && !aliased)
+            level.edits.after[level.sig[b - 1]] += " AS \"\"";
+        ++items;
+        a = b + 1;
+    }
+    if (!level.has(end) || !level.at(end).isWord("from") || items == 0)
+        return;
+    std::string alias;
+    result.baseTable = singleTable(level, end, &alias);
+    bool grouped = false;
+    for (std::size_t k = end; k < level.sig.size(); ++k)
+        grouped = grouped || level.at(k).isWord("group");
+    if (options_.addRowid && !result.baseTable.empty() && !grouped && !aggregate &&
+        !level.at(1).isWord("distinct")) {
+        level.edits.after[level.sig[end - 1]] += ", " + quoteName(alias) + ".rowid AS \"sv_rowid\"";
+        result.rowidAdded = true;
+    }
+}
+
+// from T [alias] followed by nothing or a clause: T when it is a table.
+std::string Rewriter::singleTable(const Level &level, std::size_t from, std::string *alias) const {
+    std::size_t k = from + 1;
+    if (!level.has(k) || !isName(level.at(k)))
+        return "";
+    k = nameChainEnd(level, k);
+    std::string table(level.at(k).token.name());
+    *alias = table;
+    ++k;
+    if (level.has(k) && level.at(k).isWord("as"))
+        ++k;
+    if (level.has(k) && isName(level.at(k)))
+        *alias = std::string(level.at(k++).token.name());
+    bool clause = !level.has(k) || level.at(k).isWord("where") || level.at(k).isWord("order") ||
+                  level.at(k).isWord("group") || level.at(k).isWord("having");
+    return clause && catalog_.hasTable(table) ? table : "";
+}
+
+// ---- helpers ----------------------------------------------------------------
+
+// convert(type, x) and cast(x as type) both become sv_convert('type', x).
+std::string Rewriter::convertArguments(const Node &group, std::string_view function) {
+    Nodes all(group.children);
+    Nodes typePart, valuePart;
+    if (function == "cast") {
+        std::size_t as = all.size();
+        for (std::size_t i = 0; i < all.size() && as == all.size(); ++i)
+            if (all[i].isWord("as"))
+                as = i;
+        if (as == all.size())
+            throw statementError("cast needs 'as' and a type: \"cast" + group.text() + "\"");
+        valuePart = all.subspan(0, as);
+        typePart = all.subspan(as + 1);
+    } else {
+        auto parts = splitArguments(all);
+        if (parts.size() == 3)
+            throw statementError("convert with a style is not supported: \"convert" + group.text() +
+                                 "\"");
+        if (parts.size() != 2)
+            throw statementError("convert takes a type and a value: \"convert" + group.text() +
+                                 "\"");
+        typePart = parts[0];
+        valuePart = parts[1];
+    }
+    std::string type;
+    for (const auto &n : typePart)
+        if (n.significant())
+            type += lowerCase(n.text());
+    if (columnTypeOf(type).kind == ColumnKind::Unknown)
+        throw statementError("Type " + type + " is not a defined system type.");
+    return "('" + type + "', " + trimmed(sequence(valuePart)) + ")";
+}
+
+// charindex(find, text) is instr(text, find).
+std::string Rewriter::charindexArguments(const Node &group) {
+    auto parts = splitArguments(group.children);
+    if (parts.size() != 2)
+        throw statementError("charindex with a start position is not supported: \"charindex" +
+                             group.text() + "\"");
+    return "(" + trimmed(sequence(parts[1])) + ", " + trimmed(sequence(parts[0])) + ")";
+}
+
+bool Rewriter::isTextCall(const Node &name, const Node &group) const {
+    std::string fn = lowerCase(name.token.text);
+    if (textFunctions.count(fn))
+        return true;
+    Nodes all(group.children);
+    if (fn == "convert") {
+        const Node *type = nullptr;
+        for (const auto &n : all)
+            if (n.significant()) {
+                type = &n;
+                break;
+            }
+        return type && columnTypeOf(type->token.text).kind == ColumnKind::Text;
+    }
+    if (fn == "isnull" || fn == "coalesce") {
+        for (auto part : splitArguments(all)) {
+            const Node *n = single(part);
+            if (n && (n->is(Kind::String) ||
+                      (isName(*n) && catalog_.kindOfColumn(n->token.name()) == ColumnKind::Text)))
+                return true;
+        }
+    }
+    return false;
+}
+
+bool Rewriter::isTextOperandBefore(const Level &level, std::size_t k) const {
+    const Node &n = level.at(k - 1);
+    if (n.is(Kind::String))
+        return true;
+    if (n.group)
+        return k >= 2 && level.at(k - 2).is(Kind::Word) && isTextCall(level.at(k - 2), n);
+    return isName(n) && catalog_.kindOfColumn(n.token.name()) == ColumnKind::Text;
+}
+
+bool Rewriter::isTextOperandAfter(const Level &level, std::size_t k) const {
+    const Node &n = level.at(k + 1);
+    if (n.is(Kind::String))
+        return true;
+    if (n.is(Kind::Word) && level.has(k + 2) && level.at(k + 2).group)
+        return isTextCall(n, level.at(k + 2));
+    if (!isName(n))
+        return false;
+    const Node &last = level.at(nameChainEnd(level, k + 1));
+    return catalog_.kindOfColumn(last.token.name()) == ColumnKind::Text;
+}
+
+// The kind of the column that ends just before position k (a "not" between
+// them is passed over: x not between ..., x not in ...).
+ColumnKind Rewriter::kindBefore(const Level &level, std::size_t k) const {
+    if (k > 0 && level.at(k - 1).isWord("not"))
+        --k;
+    if (k == 0 || !isName(level.at(k - 1)))
+        return ColumnKind::Unknown;
+    return catalog_.kindOfColumn(level.at(k - 1).token.name());
+}
+
+// The kind of the column (a.b.c) that starts just after position k.
+ColumnKind Rewriter::kindAfter(const Level &level, std::size_t k) const {
+    if (!level.has(k + 1) || !isName(level.at(k + 1)))
+        return ColumnKind::Unknown;
+    std::size_t end = nameChainEnd(level, k + 1);
+    if (level.has(end + 1) && level.at(end + 1).group)
+        return ColumnKind::Unknown; // a function call
+    return catalog_.kindOfColumn(level.at(end).token.name());
+}
+
+// The last position of a dotted name a.b.c that starts at k.
+std::size_t Rewriter::nameChainEnd(const Level &level, std::size_t k) const {
+    while (level.has(k + 2) && level.at(k + 1).isSymbol(".") &&
+           (isName(level.at(k + 2)) || level.at(k + 2).isSymbol("*")))
+        k += 2;
+    return k;
+}
+
+} // namespace
+
+Translation translate(std::string_view text, const Catalog &catalog, TranslateOptions options) {
+    return Rewriter(catalog, options).run(text);
+}
+
+} // namespace ado::sqlite

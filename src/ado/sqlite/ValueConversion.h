@@ -1,0 +1,41 @@
+// SQL Server's conversions of values into a column's type, as the embedded database stores them.
+#pragma once
+
+#include "ado/sqlite/ColumnType.h"
+#include "vb/Variant.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace ado::sqlite {
+
+/// A value as it goes into the database: null, an integer, a real or text.
+using StoredValue = std::variant<std::monostate, std::int64_t, double, std::string>;
+
+/// The value to store for `value` in a column of `type`, converted as SQL
+/// Server converts: text that is a number goes into a numeric column as the
+/// number, text that is no number is refused with SQL Server's own message
+/// (error -2147217913); dates go in as text "YYYY-MM-DD HH:MM:SS", and date
+/// text in the forms of DateText.h likewise; numbers and dates going into a
+/// text column take the text the old language gave them (vb::CStr). Null and
+/// Empty store null.
+StoredValue toStored(const vb::Variant &value, const ColumnType &type);
+
+/// Text converted to an integer type ("int", "smallint", "tinyint", "bigint"):
+/// blanks around, a sign and digits; the empty text is 0.
+std::int64_t textToInteger(std::string_view text, const ColumnType &type);
+/// Text converted to numeric/decimal/money: a sign, digits and one point; no exponent.
+double textToDecimal(std::string_view text, const ColumnType &type);
+/// Text converted to float/real: as decimal, with an exponent; the empty text is 0.
+double textToFloat(std::string_view text);
+/// A number converted to an integer type: rounded half to even, range checked.
+std::int64_t numberToInteger(double value, const ColumnType &type);
+
+/// The value a column of `kind` gives back: integers as Long (Double when
+/// they do not fit), numeric kinds as Double, bit as Boolean, date text as
+/// vb::Date, null as Null.
+vb::Variant readBack(const StoredValue &stored, ColumnKind kind);
+
+} // namespace ado::sqlite

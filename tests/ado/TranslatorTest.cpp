@@ -1,0 +1,128 @@
+// The translation of SQL Server text, case by case from tests/ado/data/translation.cases.
+#include "ado/sqlite/Translator.h"
+
+#include "vb/Error.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using ado::sqlite::Catalog;
+
+struct Case {
+    int line;
+    std::string sql;
+    bool rowid = false;
+    std::string expected; // the translation, or the error's description
+    bool error = false;
+};
+
+std::string after(const std::string &line, std::size_t n) {
+    auto s = line.substr(n);
+    auto b = s.find_first_not_of(' ');
+    return b == std::string::npos ? "" : s.substr(b);
+}
+
+// "table NAME (col type, col type(n,m), ...)" or "view NAME (...)"
+void addTable(Catalog &catalog, const std::string &line) {
+    bool view = line.rfind("view ", 0) == 0;
+    auto open = line.find('(');
+    std::string name = after(line.substr(0, open), view ? 5 : 6);
+    name.erase(name.find_last_not_of(' ') + 1);
+    std::vector<std::pair<std::string, std::string>> columns;
+    std::string body = line.substr(open + 1, line.rfind(')') - open - 1), piece;
+    int depth = 0;
+    for (char c : body + ",") {
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        if (c != ',' || depth > 0) {
+            piece += c;
+            continue;
+        }
+        std::istringstream in(piece);
+        std::string column, type;
+        in >> column;
+        std::getline(in, type);
+        columns.emplace_back(column, after(type, 0));
+        piece.clear();
+    }
+    catalog.add(name, view, columns);
+}
+
+void load(Catalog &catalog, std::vector<Case> &cases) {
+    std::ifstream in(std::string(TEST_DATA_DIR) + "/translation.cases");
+    ASSERT_TRUE(in) << "translation.cases not found";
+    std::string line;
+    int number = 0;
+    while (std::getline(in, line)) {
+        ++number;
+        if (line.rfind("table ", 0) == 0 || line.rfind("view ", 0) == 0)
+            addTable(catalog, line);
+        else if (line.rfind("sql:", 0) == 0)
+            cases.push_back({number, after(line, 4), false, "", false});
+        else if (line.rfind("sql+rowid:", 0) == 0)
+            cases.push_back({number, after(line, 10), true, "", false});
+        else if (line.rfind("sqlite:", 0) == 0)
+            cases.back().expected = after(line, 7);
+        else if (line.rfind("error:", 0) == 0)
+            cases.back().expected = after(line, 6), cases.back().error = true;
+    }
+}
+
+TEST(TranslatorTest, CasesFromDataFile) {
+    Catalog catalog;
+    std::vector<Case> cases;
+    load(catalog, cases);
+    ASSERT_GT(cases.size(), 40u);
+    for (const auto &c : cases) {
+        SCOPED_TRACE("translation.cases line " + std::to_string(c.line) + ": " + c.sql);
+        std::string found;
+        bool failed = false;
+        try {
+            found = ado::sqlite::translate(c.sql, catalog, {c.rowid}).sql;
+        } catch (const vb::Error &e) {
+            found = e.description();
+            failed = true;
+        }
+        EXPECT_EQ(failed, c.error) << found;
+        EXPECT_EQ(found, c.expected);
+    }
+}
+
+TEST(TranslatorTest, ReportsTheTableOfAPlainSelectAndTheRowidItAdded) {
+    Catalog catalog;
+    catalog.add("aItem", false, {{"ItemId", "int"}, {"itemcode", "varchar(20)"}});
+    catalog.add("vwItem", true, {{"ItemId", "int"}});
+
+    auto plain = ado::sqlite::translate("select * from AITEM where itemid = 1", catalog, {true});
+    EXPECT_EQ(plain.baseTable, "AITEM");
+    EXPECT_TRUE(plain.rowidAdded);
+
+    auto view = ado::sqlite::translate("select * from vwItem", catalog, {true});
+    EXPECT_EQ(view.baseTable, "");
+    EXPECT_FALSE(view.rowidAdded);
+
+    auto joined = ado::sqlite::translate("select * from aItem a, vwItem v", catalog, {true});
+    EXPECT_FALSE(joined.rowidAdded);
+
+    auto grouped =
+        ado::sqlite::translate("select itemcode from aItem group by itemcode", catalog, {true});
+    EXPECT_FALSE(grouped.rowidAdded);
+
+    auto readOnly = ado::sqlite::translate("select * from aItem", catalog, {false});
+    EXPECT_FALSE(readOnly.rowidAdded);
+    EXPECT_EQ(readOnly.baseTable, "aItem");
+}
+
+TEST(TranslatorTest, CountsStatements) {
+    Catalog catalog;
+    EXPECT_EQ(ado::sqlite::translate("select 1", catalog).statements, 1);
+    EXPECT_EQ(ado::sqlite::translate("select 1; select 2;", catalog).statements, 2);
+    EXPECT_EQ(ado::sqlite::translate(" ; -- nothing", catalog).statements, 0);
+}
+
+} // namespace
