@@ -76,6 +76,13 @@ void FlexGrid::checkCol(int col) const {
 }
 
 void FlexGrid::resize(int rows, int cols) {
+    if (cols == cols_) {
+        // Rows alone change as a grid is filled row by row: cells stay in place.
+        cells_.resize(static_cast<std::size_t>(rows) * cols);
+        rows_ = rows;
+        rowHeights_.resize(rows, defaultRowHeight);
+        return;
+    }
     std::vector<Cell> next(static_cast<std::size_t>(rows) * cols);
     for (int r = 0; r < std::min(rows, rows_); ++r) {
         for (int c = 0; c < std::min(cols, cols_); ++c) {

@@ -1,6 +1,8 @@
 // forms::Form: a window with its controls, its lifecycle (load, show, unload) and focus.
 #pragma once
 
+#include "forms/Colors.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -60,6 +62,11 @@ public:
     void setCaption(std::string_view caption) { caption_ = caption; }
     const std::string &Tag() const { return tag_; }
     void setTag(std::string_view tag) { tag_ = tag; }
+    /// Colour of the form's surface and of what is drawn on it (a screen palette sets them).
+    Color BackColor() const { return backColor_; }
+    void setBackColor(Color c) { backColor_ = c; }
+    Color ForeColor() const { return foreColor_; }
+    void setForeColor(Color c) { foreColor_ = c; }
     /// A disabled form takes no user input.
     bool Enabled() const { return enabled_; }
     void setEnabled(bool enabled) { enabled_ = enabled; }
@@ -175,6 +182,8 @@ private:
     std::string name_;
     std::string caption_;
     std::string tag_;
+    Color backColor_ = vbButtonFace;
+    Color foreColor_ = vbButtonText;
     bool enabled_ = true;
     bool visible_ = false;
     bool loaded_ = false;

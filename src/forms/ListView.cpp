@@ -45,7 +45,11 @@ ListItem &ListItemCollection::Add(int index, std::string_view key, std::string_v
     ListItem &added = *item;
     std::size_t at = index == 0 ? items_.size() : static_cast<std::size_t>(index - 1);
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(at), std::move(item));
-    renumber();
+    if (at + 1 == items_.size()) {
+        added.index_ = Count(); // appending, as lists are filled, renumbers nothing
+    } else {
+        renumber();
+    }
     if (listView_->Sorted()) {
         listView_->sortItems();
     }

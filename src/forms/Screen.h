@@ -24,7 +24,8 @@ inline constexpr int vbHourglass = 11;
 /// running module: the stack of shown forms (the top one is active and takes
 /// the user's input), Screen.MousePointer, the keystrokes that SendKeys queued,
 /// and the host's Ui. Every Form is made with the Screen it belongs to; there
-/// is no global one, so a test can run as many sessions as it likes.
+/// is no global one, so a test can run as many sessions as it likes. The
+/// screen must outlive its forms, and the Ui the screen.
 class Screen {
 public:
     explicit Screen(Ui &ui);
