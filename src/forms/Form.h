@@ -146,6 +146,7 @@ private:
     void addControl(Control &control);
     void removeControl(Control &control);
     void reorderTabIndex(Control &control, int index);
+    bool isGroupStop(const Control &control) const;
 
     /// Moves the focus, asking the control that has it to Validate first when
     /// `to` causes validation. Returns false when Validate cancelled.
