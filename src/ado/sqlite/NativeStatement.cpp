@@ -39,10 +39,10 @@ std::optional<NativeStatement> NativeStatement::prepareFirst(Database &db, std::
         const char *tail = nullptr;
         int rc =
             sqlite3_prepare_v2(db.handle(), sql.data(), static_cast<int>(sql.size()), &stmt, &tail);
+        if (rc != SQLITE_OK)
+            throw db.lastError(sql);
         std::size_t used = tail ? static_cast<std::size_t>(tail - sql.data()) : sql.size();
         std::string text(sql.substr(0, used));
-        if (rc != SQLITE_OK)
-            throw db.lastError(text);
         sql.remove_prefix(used);
         if (stmt)
             return NativeStatement(db.shared_from_this(), stmt, std::move(text));

@@ -1,0 +1,152 @@
+// SQL Server's semantics that the module relies on, run on a real database file.
+#include "TempDatabase.h"
+#include "ado/Connection.h"
+#include "vb/Clock.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using adotest::errorOf;
+using adotest::TempDatabase;
+
+// The first field of the first row of a translated statement, as text ("<eof>" for none).
+std::string first(const ado::Connection &c, std::string_view sql) {
+    ado::Recordset rs = c.Execute(sql);
+    if (rs.Eof())
+        return "<eof>";
+    vb::Variant v = rs.Fields(0).Value();
+    if (v.isNull())
+        return "<null>";
+    if (v.isString())
+        return v.asString();
+    return std::to_string(static_cast<long long>(v.number()));
+}
+
+class SemanticsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        c = db.connect();
+        c.Execute("insert aItem (ItemId, itemcode) values (1, 'AbC  '), (2, 'x'), (3, null)");
+        c.Execute("insert loiStockVerificationHeader (svhid, svhno, svhdate, svhGodownid, "
+                  "svhFutureVc) values "
+                  "(1, 'SV/0009', '2026-11-21 00:00:00', 1, 'on00001'), "
+                  "(2, 'SV/0010', '2026-11-22 00:00:00', 1, 'tc00002'), "
+                  "(3, 'SV/0011', '2026-11-23 09:30:00', 1, 'on00003'), "
+                  "(4, 'SV/00X2', '2026-11-24 00:00:00', 1, 'on00004'), "
+                  "(5, 'XY/0999', '2026-11-25 00:00:00', 1, 'on00005')");
+    }
+    TempDatabase db;
+    ado::Connection c;
+};
+
+TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
+    EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'abc'"), "1");
+    EXPECT_EQ(first(c, "select ItemId from aItem where upper(itemcode) = 'abc '"), "1");
+    EXPECT_EQ(first(c, "select ItemId from aItem where ltrim(rtrim(upper(itemcode))) = 'ABC'"),
+              "1");
+    EXPECT_EQ(
+        first(c, "select count(*) from aItem a, aItem b where a.itemcode = upper(b.itemcode)"),
+        "2");
+    EXPECT_EQ(first(c, "select ItemId from aItem where itemcode <> 'ABC' order by ItemId"), "2");
+}
+
+TEST_F(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {
+    EXPECT_EQ(first(c, "select len(itemcode) from aItem where ItemId = 1"), "3");
+    EXPECT_EQ(first(c, "select left(itemcode, 2) + '|' + right(itemcode, 3) from aItem where "
+                       "ItemId = 1"),
+              "Ab|C  ");
+    EXPECT_EQ(first(c, "select substring('abcdef', 0, 3)"), "ab");
+    EXPECT_EQ(first(c, "select substring('abcdef', 5, 10)"), "ef");
+    EXPECT_EQ(first(c, "select isnull(itemcode, 'none') from aItem where ItemId = 3"), "none");
+    EXPECT_EQ(first(c, "select 'item ' + itemcode from aItem where ItemId = 3"), "<null>");
+    EXPECT_EQ(first(c, "select len(itemcode) from aItem where ItemId = 3"), "<null>");
+    auto e = errorOf([&] { first(c, "select left('abc', -1)"); });
+    EXPECT_NE(e.description().find("Invalid length parameter passed to the left function."),
+              std::string::npos);
+}
+
+TEST_F(SemanticsTest, IsnumericAndConvertFollowSqlServer) {
+    for (auto [text, expected] : {std::pair{"'12'", "1"},
+                                  {"' 1.5 '", "1"},
+                                  {"'1e3'", "1"},
+                                  {"'$'", "1"},
+                                  {"'1,000'", "1"},
+                                  {"''", "0"},
+                                  {"'12a'", "0"},
+                                  {"null", "0"},
+                                  {"42", "1"}})
+        EXPECT_EQ(first(c, "select isnumeric(" + std::string(text) + ")"), expected) << text;
+    EXPECT_EQ(first(c, "select convert(int, ' 12 ') + 1"), "13");
+    EXPECT_EQ(first(c, "select convert(int, 12.9)"), "12");
+    EXPECT_EQ(first(c, "select convert(varchar(3), 'abcdef')"), "abc");
+    EXPECT_EQ(first(c, "select convert(varchar(24), 12.5)"), "12.5");
+    auto e = errorOf([&] { first(c, "select convert(int, 'SV')"); });
+    EXPECT_EQ(e.number(), -2147217913);
+    EXPECT_EQ(e.description(), "Conversion failed when converting the varchar value 'SV' to "
+                               "data type int.");
+}
+
+TEST_F(SemanticsTest, NextNumberTakesTheHighestNumericTailOfThePrefix) {
+    std::string sql = "Select isnull(max(convert(int,right(svhno,len(svhno)-3))),0) from "
+                      "loiStockVerificationHeader where svhgodownid = 1 and "
+                      "len(svhno)>len('SV/') and  isnumeric(isnull(right(svhno,len(svhno)-3),0)) "
+                      "=1 and substring(svhno,1,len('SV/'))='SV/'";
+    EXPECT_EQ(first(c, sql), "11");
+}
+
+TEST_F(SemanticsTest, DateColumnsCompareWithTheLiteralsTheModuleWrites) {
+    auto count = [&](std::string_view where) {
+        return first(c,
+                     "select count(*) from loiStockVerificationHeader where " + std::string(where));
+    };
+    EXPECT_EQ(count("svhDate>'20261122'"), "3"); // strictly after: the 22nd itself is not listed
+    EXPECT_EQ(count("svhDate > '2026/Nov/22'"), "3");
+    EXPECT_EQ(count("svhdate >= '2026/11/22'"), "4");
+    EXPECT_EQ(count("svhdate > '2026/11/23 09:29'"), "3");
+    EXPECT_EQ(count("'20261123' > svhdate"), "2");
+    EXPECT_EQ(count("svhdate between '20261122' and '2026/Nov/24'"), "3");
+    EXPECT_EQ(count("svhdate in ('2026/11/21', '20261124')"), "2");
+    auto e = errorOf([&] { count("svhdate > 'soon'"); });
+    EXPECT_EQ(e.number(), -2147217913);
+}
+
+TEST_F(SemanticsTest, RegisterListingsOfBothInterfaces) {
+    c.Execute("update loiStockVerificationHeader set svhcancelled = 1 where svhid = 3");
+    ado::Recordset plain = c.Execute(
+        "select svhid,svhno,svhdate,svhVerificationby,  case svhcancelled when 1 then 'Yes' when "
+        "0 then 'No' end, svhremarks,case svhposted when 1 then 'Yes' when 0 then 'No' end  from "
+        "loiStockVerificationHeader where svhDate>'20261121' and svhgodownid=1 and "
+        "left(svhFutureVc, 1) <> 't' order by svhid");
+    ASSERT_FALSE(plain.Eof());
+    EXPECT_EQ(plain.Fields().Count(), 7);
+    EXPECT_EQ(plain.Fields(0).Value(), vb::Variant(3));
+    EXPECT_EQ(plain.Fields(2).Value(), vb::Variant(vb::Date{vb::DateSerial(2026, 11, 23).serial +
+                                                            vb::TimeSerial(9, 30, 0).serial}));
+    EXPECT_EQ(plain.Fields(4).Value(), vb::Variant("Yes"));
+    EXPECT_EQ(plain.Fields(6).Value(), vb::Variant("No"));
+    plain.MoveNext();
+    EXPECT_EQ(plain.Fields(0).Value(), vb::Variant(4));
+
+    EXPECT_EQ(first(c, "select svhid, svhno, svhdate from loiStockVerificationHeader where "
+                       "svhDate > '2026/Nov/20' and svhgodownid = 1 and left(svhFutureVc, 1) = "
+                       "'T' order by svhid"),
+              "2");
+}
+
+TEST_F(SemanticsTest, GetdateIsTheClockAndTopLimitsRows) {
+    vb::setClock(vb::Date{vb::DateSerial(2026, 11, 22).serial + 0.75});
+    c.Execute("Update loiStockVerificationHeader set updatetime=getdate() where svhid=1");
+    vb::setClock(std::nullopt);
+    EXPECT_EQ(first(c, "select convert(varchar(19), updatetime) from loiStockVerificationHeader "
+                       "where svhid = 1"),
+              "2026-11-22 18:00:00");
+    EXPECT_EQ(first(c, "select top 1 svhid from loiStockVerificationHeader order by svhid desc"),
+              "5");
+    ado::Recordset rs;
+    rs.Open("select top 2 * from loiStockVerificationHeader", c, ado::adOpenKeyset,
+            ado::adLockOptimistic);
+    EXPECT_EQ(rs.RecordCount(), 2);
+}
+
+} // namespace
