@@ -200,33 +200,32 @@ std::vector<Control *> Form::controlsInTabOrder() const {
 std::vector<Control *> Form::tabOrder() const {
     std::vector<Control *> out;
     for (Control *c : byTabIndex(controls_)) {
-        if (!c->TabStop() || !c->canTakeFocus()) {
-            continue;
+        if (c->TabStop() && c->canTakeFocus() && isGroupStop(*c)) {
+            out.push_back(c);
         }
-        if (c->kind() == ControlKind::OptionButton) {
-            // Tab stops at one button of a group: the one that is on, or the
-            // first when none is.
-            auto *option = static_cast<OptionButton *>(c);
-            bool anyOn = false;
-            bool firstOfGroup = true;
-            for (Control *o : out) {
-                if (o->kind() == ControlKind::OptionButton && o->container() == c->container()) {
-                    firstOfGroup = false;
-                }
-            }
-            for (Control *o : controls_) {
-                if (o->kind() == ControlKind::OptionButton && o->container() == c->container() &&
-                    static_cast<OptionButton *>(o)->Value()) {
-                    anyOn = true;
-                }
-            }
-            if (anyOn ? !option->Value() : !firstOfGroup) {
-                continue;
-            }
-        }
-        out.push_back(c);
     }
     return out;
+}
+
+bool Form::isGroupStop(const Control &control) const {
+    // Tab stops at one option button of a group: the one that is on, or the
+    // first in Tab order when none is.
+    if (control.kind() != ControlKind::OptionButton) {
+        return true;
+    }
+    const Control *first = nullptr;
+    for (Control *c : byTabIndex(controls_)) {
+        if (c->kind() != ControlKind::OptionButton || c->container() != control.container()) {
+            continue;
+        }
+        if (static_cast<OptionButton *>(c)->Value()) {
+            return c == &control;
+        }
+        if (!first && c->TabStop() && c->canTakeFocus()) {
+            first = c;
+        }
+    }
+    return first == &control;
 }
 
 CommandButton *Form::defaultButton() const {

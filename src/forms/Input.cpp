@@ -51,72 +51,88 @@ bool Input::deliverKey(const KeyStroke &key) {
     if (!usable(focused)) {
         focused = nullptr;
     }
-
-    bool plain = (key.shift & (vbCtrlMask | vbAltMask)) == 0;
-    if (key.keyCode == vbKeyTab && plain) {
-        form->tabFrom(focused, (key.shift & vbShiftMask) != 0);
+    if (navigationKey(*form, focused, key) || keyDown(*form, focused, key)) {
         return true;
     }
+    keyPress(*form, focused, key);
+    keyUp(*form, focused, key);
+    return true;
+}
+
+bool Input::navigationKey(Form &form, Control *focused, const KeyStroke &key) {
+    bool plain = (key.shift & (vbCtrlMask | vbAltMask)) == 0;
+    if (key.keyCode == vbKeyTab && plain) {
+        form.tabFrom(focused, (key.shift & vbShiftMask) != 0);
+        return true;
+    }
+    Control *button = nullptr;
     if (key.keyCode == vbKeyReturn && key.shift == 0) {
         // Enter presses the focused button, else the default button.
-        Control *button = focused && focused->kind() == ControlKind::CommandButton
-                              ? focused
-                              : form->defaultButton();
-        if (usable(button)) {
-            button->userClick();
-            return true;
-        }
+        button = focused && focused->kind() == ControlKind::CommandButton ? focused
+                                                                          : form.defaultButton();
+    } else if (key.keyCode == vbKeyEscape && key.shift == 0) {
+        button = form.cancelButton();
     }
-    if (key.keyCode == vbKeyEscape && key.shift == 0) {
-        Control *button = form->cancelButton();
-        if (usable(button)) {
-            button->userClick();
-            return true;
-        }
+    if (!usable(button)) {
+        return false;
     }
+    button->userClick();
+    return true;
+}
 
+bool Input::keyDown(Form &form, Control *focused, const KeyStroke &key) {
     int keyCode = key.keyCode;
-    if (form->KeyPreview() || !focused) {
-        form->fireKeyDown(keyCode, key.shift);
+    if (form.KeyPreview() || !focused) {
+        form.fireKeyDown(keyCode, key.shift);
     }
     if (keyCode != 0 && focused) {
         focused->fireKeyDown(keyCode, key.shift);
     }
     if (keyCode != 0 && (key.shift & vbAltMask) != 0 && keyCode >= vbKeyA &&
-        keyCode < vbKeyA + 26 && form->Loaded()) {
-        char32_t letter = static_cast<char32_t>('A' + keyCode - vbKeyA);
-        for (Control *c : form->controlsInTabOrder()) {
+        keyCode < vbKeyA + 26 && form.Loaded()) {
+        auto letter = static_cast<char32_t>('A' + keyCode - vbKeyA);
+        for (Control *c : form.controlsInTabOrder()) {
             if (c->accessKey() == letter && usable(c)) {
                 c->accessKeyPressed();
                 return true;
             }
         }
     }
-    if (keyCode != 0 && focused && usable(focused) && focused->hasFocus()) {
+    if (keyCode != 0 && usable(focused) && focused->hasFocus()) {
         focused->defaultKeyDown(keyCode, key.shift);
     }
+    return false;
+}
 
-    if (key.character != 0 && form->Loaded()) {
-        int keyAscii = static_cast<int>(key.character);
-        if (form->KeyPreview() || !focused) {
-            form->fireKeyPress(keyAscii);
-        }
-        if (keyAscii != 0 && focused) {
-            focused->fireKeyPress(keyAscii);
-        }
-        if (keyAscii != 0 && focused && focused->hasFocus()) {
-            focused->defaultKeyPress(static_cast<char32_t>(keyAscii));
-        }
+void Input::keyPress(Form &form, Control *focused, const KeyStroke &key) {
+    if (key.character == 0 || !form.Loaded()) {
+        return;
     }
+    // The character goes to the control that had the focus at KeyDown, as the
+    // old platform posted it there, even if a KeyDown handler moved the focus.
+    int keyAscii = static_cast<int>(key.character);
+    if (form.KeyPreview() || !focused) {
+        form.fireKeyPress(keyAscii);
+    }
+    if (keyAscii != 0 && focused) {
+        focused->fireKeyPress(keyAscii);
+    }
+    if (keyAscii != 0 && focused && focused->hasFocus()) {
+        focused->defaultKeyPress(static_cast<char32_t>(keyAscii));
+    }
+}
 
-    int upCode = key.keyCode;
-    if (form->Loaded() && (form->KeyPreview() || !focused)) {
-        form->fireKeyUp(upCode, key.shift);
+void Input::keyUp(Form &form, Control *focused, const KeyStroke &key) {
+    if (!form.Loaded()) {
+        return;
     }
-    if (upCode != 0 && focused && form->Loaded()) {
-        focused->fireKeyUp(upCode, key.shift);
+    int keyCode = key.keyCode;
+    if (form.KeyPreview() || !focused) {
+        form.fireKeyUp(keyCode, key.shift);
     }
-    return true;
+    if (keyCode != 0 && focused) {
+        focused->fireKeyUp(keyCode, key.shift);
+    }
 }
 
 bool Input::reachable(Control &control) const {

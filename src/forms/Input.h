@@ -95,6 +95,11 @@ public:
 
 private:
     bool deliverKey(const KeyStroke &key);
+    // The steps of a keystroke; the first two return true when they took it.
+    bool navigationKey(Form &form, Control *focused, const KeyStroke &key);
+    bool keyDown(Form &form, Control *focused, const KeyStroke &key);
+    void keyPress(Form &form, Control *focused, const KeyStroke &key);
+    void keyUp(Form &form, Control *focused, const KeyStroke &key);
     bool reachable(Control &control) const;
     bool focusForClick(Control &control);
     void afterInput();
