@@ -1,0 +1,60 @@
+#include "services/CreateObject.h"
+
+#include "services/FaultEntry.h"
+#include "services/clsActivityTrail.h"
+#include "services/clsBaseData.h"
+#include "services/clsBaseTools.h"
+#include "services/clsGridColumnProfile.h"
+#include "services/clsScreenPalette.h"
+#include "vb/Strings.h"
+
+#include <array>
+#include <functional>
+
+namespace services {
+
+namespace {
+
+struct Factory {
+    std::string_view name;
+    std::function<std::shared_ptr<ServiceObject>(const Context &)> make;
+};
+
+template <class Service> Factory factoryOf() {
+    return {Service::CreationName,
+            [](const Context &context) { return std::make_shared<Service>(context); }};
+}
+
+const std::array<Factory, 6> &factories() {
+    static const std::array<Factory, 6> all{
+        factoryOf<BaseServices::clsBaseData>(),
+        factoryOf<BaseServices::clsBaseTools>(),
+        factoryOf<FaultDesk::FaultEntry>(),
+        factoryOf<StockActivityTrail::clsActivityTrail>(),
+        factoryOf<ScreenPalette::clsScreenPalette>(),
+        factoryOf<GridColumnProfiles::clsGridColumnProfile>(),
+    };
+    return all;
+}
+
+} // namespace
+
+std::shared_ptr<ServiceObject> CreateObject(std::string_view creationName, const Context &context) {
+    for (const Factory &factory : factories()) {
+        if (vb::StrComp(creationName, factory.name, vb::Compare::Text) == 0) {
+            return factory.make(context);
+        }
+    }
+    // The old runtime named no source for a class it could not find.
+    throw vb::Error::standard(429);
+}
+
+std::vector<std::string> creationNames() {
+    std::vector<std::string> names;
+    for (const Factory &factory : factories()) {
+        names.emplace_back(factory.name);
+    }
+    return names;
+}
+
+} // namespace services

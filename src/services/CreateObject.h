@@ -1,0 +1,38 @@
+// services::CreateObject: a sibling service by its creation name, as the old CreateObject did.
+#pragma once
+
+#include "services/Context.h"
+#include "services/ServiceObject.h"
+#include "vb/Error.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace services {
+
+/// A new service object for its creation name, letter case ignored
+/// ("BaseServices.clsBaseData", "baseservices.clsbasedata"). The object keeps
+/// a copy of `context`. An unknown name raises 429 ("ActiveX component can't
+/// create object").
+std::shared_ptr<ServiceObject> CreateObject(std::string_view creationName, const Context &context);
+
+/// The same, for a variable of the service's own class: a name that makes an
+/// object of another class raises 13 ("Type mismatch"), as assigning it to
+/// such a variable did.
+///   auto objBaseData = services::CreateObject<BaseServices::clsBaseData>(
+///       "BaseServices.clsBaseData", context);
+template <class Service>
+std::shared_ptr<Service> CreateObject(std::string_view creationName, const Context &context) {
+    auto object = std::dynamic_pointer_cast<Service>(CreateObject(creationName, context));
+    if (!object) {
+        throw vb::Error::standard(vb::err::TypeMismatch);
+    }
+    return object;
+}
+
+/// The creation names CreateObject knows, in their usual spelling.
+std::vector<std::string> creationNames();
+
+} // namespace services

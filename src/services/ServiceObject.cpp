@@ -1,0 +1,7 @@
+#include "services/ServiceObject.h"
+
+namespace services {
+
+ServiceObject::~ServiceObject() = default;
+
+} // namespace services
