@@ -127,6 +127,10 @@ TEST(RecordsetTest, ValuesComeAsTheOldLayerGaveThem) {
     EXPECT_EQ(h.Fields("svhposted").Value(), vb::Variant(true));
     EXPECT_TRUE(h.Fields("updatetime").Value().isNull());
     EXPECT_EQ(h.Fields("svhcancelled").Value(), vb::Variant(0)); // the column's default
+    ado::Recordset latest = c.Execute("select max(svhdate), max(svhno) from "
+                                      "loiStockVerificationHeader");
+    EXPECT_EQ(latest.Fields(0).Value(), vb::Variant(vb::DateSerial(2026, 11, 22)));
+    EXPECT_EQ(latest.Fields(1).Value(), vb::Variant("SV/7"));
     ado::Recordset d = c.Execute("select svdAvailStock from loiStockVerificationDetail");
     EXPECT_EQ(d.Fields(0).Value(), vb::Variant(12.0)); // a decimal column gives a Double
 }

@@ -130,6 +130,17 @@ StoredValue forDate(const vb::Variant &v) {
     return canonicalDate(vb::Date{v.number()});
 }
 
+// "YYYY-MM-DD HH:MM:SS", the form dates are stored in.
+bool looksStored(std::string_view t) {
+    static constexpr std::string_view shape = "0000-00-00 00:00:00";
+    if (t.size() != shape.size())
+        return false;
+    for (std::size_t i = 0; i < t.size(); ++i)
+        if (shape[i] == '0' ? !isDigit(t[i]) : t[i] != shape[i])
+            return false;
+    return true;
+}
+
 } // namespace
 
 std::int64_t textToInteger(std::string_view text, const ColumnType &type) {

@@ -35,7 +35,8 @@ std::int64_t numberToInteger(double value, const ColumnType &type);
 
 /// The value a column of `kind` gives back: integers as Long (Double when
 /// they do not fit), numeric kinds as Double, bit as Boolean, date text as
-/// vb::Date, null as Null.
+/// vb::Date, null as Null. A value of no known type (an expression such as
+/// max(svhdate)) that has the stored form of a date is a date too.
 vb::Variant readBack(const StoredValue &stored, ColumnKind kind);
 
 } // namespace ado::sqlite
