@@ -226,7 +226,7 @@ vb::Variant readBack(const StoredValue &stored, ColumnKind kind) {
     if (const auto *d = std::get_if<double>(&stored))
         return vb::Variant(*d);
     const auto &text = std::get<std::string>(stored);
-    if (kind == ColumnKind::Date)
+    if (kind == ColumnKind::Date || (kind == ColumnKind::Unknown && looksStored(text)))
         if (auto date = parseDate(text))
             return vb::Variant(*date);
     return vb::Variant(text);
