@@ -1,0 +1,141 @@
+// stockverify init-db: makes a database file, empty or with the demo company.
+#include "app/Command.h"
+#include "module/records/DatabaseFile.h"
+#include "vb/Error.h"
+
+#include <charconv>
+#include <chrono>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+const char *usage =
+    "Usage: stockverify init-db PATH [--demo] [--items N] [--date YYYY-MM-DD] [--force]\n"
+    "\n"
+    "Creates the SQLite database file PATH with the tables, views and stored\n"
+    "procedures that the module runs against.\n"
+    "\n"
+    "  --demo         also load the demo company (docs/database.md)\n"
+    "  --items N      number of demo items, at least 12 (default 200)\n"
+    "  --date DATE    the day the demo is seen from (default 2026-11-22)\n"
+    "  --force        replace PATH if it exists\n";
+
+struct UsageError {
+    std::string message;
+};
+
+int parseCount(const std::string &text) {
+    int value = 0;
+    const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (ec != std::errc() || end != text.data() + text.size() || value < 1)
+        throw UsageError{"--items wants a whole number, not '" + text + "'"};
+    return value;
+}
+
+std::chrono::sys_days parseDate(const std::string &text) {
+    int y = 0;
+    unsigned m = 0, d = 0;
+    const char *p = text.data();
+    const char *end = text.data() + text.size();
+    auto number = [&](auto &out, std::size_t digits) {
+        auto [next, ec] = std::from_chars(p, end, out);
+        bool ok = ec == std::errc() && static_cast<std::size_t>(next - p) == digits;
+        p = next;
+        return ok;
+    };
+    const bool shaped = text.size() == 10 && number(y, 4) && p < end && *p++ == '-' &&
+                        number(m, 2) && p < end && *p++ == '-' && number(d, 2) && p == end;
+    const std::chrono::year_month_day date{std::chrono::year{y}, std::chrono::month{m},
+                                           std::chrono::day{d}};
+    if (!shaped || !date.ok())
+        throw UsageError{"--date wants a day as YYYY-MM-DD, not '" + text + "'"};
+    return std::chrono::sys_days{date};
+}
+
+struct Arguments {
+    std::string path;
+    records::DatabaseFileOptions options;
+};
+
+Arguments parse(std::span<const std::string> args) {
+    Arguments parsed;
+    bool demo = false;
+    records::DemoOptions demoOptions;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string &arg = args[i];
+        auto value = [&]() -> const std::string & {
+            if (i + 1 >= args.size())
+                throw UsageError{arg + " wants a value"};
+            return args[++i];
+        };
+        if (arg == "--demo")
+            demo = true;
+        else if (arg == "--force")
+            parsed.options.replace = true;
+        else if (arg == "--items")
+            demoOptions.items = parseCount(value());
+        else if (arg == "--date")
+            demoOptions.date = parseDate(value());
+        else if (arg.starts_with("-"))
+            throw UsageError{"unknown option '" + arg + "'"};
+        else if (parsed.path.empty())
+            parsed.path = arg;
+        else
+            throw UsageError{"one PATH only, not also '" + arg + "'"};
+    }
+    if (parsed.path.empty())
+        throw UsageError{"PATH is missing"};
+    if (demo)
+        parsed.options.demo = demoOptions;
+    return parsed;
+}
+
+// A progress line that rewrites itself, only where somebody watches the terminal.
+records::DemoProgress progressLine() {
+    if (!isatty(STDERR_FILENO))
+        return {};
+    return [](std::string_view stage, long done, long total) {
+        std::cerr << "\rinit-db: " << stage << " " << done << " of " << total << "   "
+                  << std::flush;
+    };
+}
+
+int run(std::span<const std::string> args) {
+    Arguments parsed;
+    try {
+        parsed = parse(args);
+    } catch (const UsageError &e) {
+        std::cerr << "stockverify init-db: " << e.message << "\n\n" << usage;
+        return 2;
+    }
+    const auto progress = progressLine();
+    try {
+        records::createDatabaseFile(parsed.path, parsed.options, progress);
+    } catch (const vb::Error &e) {
+        if (progress)
+            std::cerr << "\n";
+        std::cerr << "stockverify init-db: " << e.description() << "\n";
+        if (e.number() == 58)
+            std::cerr << "(--force replaces it)\n";
+        return 1;
+    }
+    if (progress)
+        std::cerr << "\n";
+    std::cout << "Created " << parsed.path;
+    if (parsed.options.demo)
+        std::cout << " with the demo company (" << parsed.options.demo->items << " items)";
+    std::cout << "\n";
+    return 0;
+}
+
+const app::Registration registration{{
+    "init-db",
+    "create a database file, empty or with the demo company",
+    usage,
+    run,
+}};
+
+} // namespace
