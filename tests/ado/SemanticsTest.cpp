@@ -138,15 +138,15 @@ TEST_F(SemanticsTest, GetdateIsTheClockAndTopLimitsRows) {
     vb::setClock(vb::Date{vb::DateSerial(2026, 11, 22).serial + 0.75});
     c.Execute("Update loiStockVerificationHeader set updatetime=getdate() where svhid=1");
     vb::setClock(std::nullopt);
-    EXPECT_EQ(first(c, "select convert(varchar(19), updatetime) from loiStockVerificationHeader "
-                       "where svhid = 1"),
-              "2026-11-22 18:00:00");
+    ado::Recordset rs = c.Execute("select updatetime from loiStockVerificationHeader");
+    EXPECT_EQ(rs.Fields(0).Value(), vb::Variant(vb::Date{vb::DateSerial(2026, 11, 22).serial +
+                                                         vb::TimeSerial(18, 0, 0).serial}));
     EXPECT_EQ(first(c, "select top 1 svhid from loiStockVerificationHeader order by svhid desc"),
               "5");
-    ado::Recordset rs;
-    rs.Open("select top 2 * from loiStockVerificationHeader", c, ado::adOpenKeyset,
-            ado::adLockOptimistic);
-    EXPECT_EQ(rs.RecordCount(), 2);
+    ado::Recordset two;
+    two.Open("select top 2 * from loiStockVerificationHeader", c, ado::adOpenKeyset,
+             ado::adLockOptimistic);
+    EXPECT_EQ(two.RecordCount(), 2);
 }
 
 } // namespace
