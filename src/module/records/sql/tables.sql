@@ -309,7 +309,9 @@ CREATE TABLE loiStockTransferDetail (
 
 -- Verification entries ----------------------------------------------------------------------
 
--- svhid numbers the entries of one godown, so the key is the pair.
+-- svhid numbers the entries of one godown, so the key is the pair. The posted and cancelled
+-- flags are small integers, not bits: the register shows any other value than 0 and 1 as
+-- null, and a bit column could not hold one.
 CREATE TABLE loiStockVerificationHeader (
     svhid INT NOT NULL,
     svhno VARCHAR(30) COLLATE CITEXT,
