@@ -23,15 +23,16 @@ const char *usage =
     "  --date DATE    the day the demo is seen from (default 2026-11-22)\n"
     "  --force        replace PATH if it exists\n";
 
-struct UsageError {
-    std::string message;
-};
+// A command line that cannot be run as written: told with the usage text.
+vb::Error usageError(std::string message) {
+    return vb::Error(vb::err::InvalidProcedureCall, "init-db", std::move(message));
+}
 
 int parseCount(const std::string &text) {
     int value = 0;
     const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (ec != std::errc() || end != text.data() + text.size() || value < 1)
-        throw UsageError{"--items wants a whole number, not '" + text + "'"};
+        throw usageError("--items wants a whole number, not '" + text + "'");
     return value;
 }
 
@@ -51,7 +52,7 @@ std::chrono::sys_days parseDate(const std::string &text) {
     const std::chrono::year_month_day date{std::chrono::year{y}, std::chrono::month{m},
                                            std::chrono::day{d}};
     if (!shaped || !date.ok())
-        throw UsageError{"--date wants a day as YYYY-MM-DD, not '" + text + "'"};
+        throw usageError("--date wants a day as YYYY-MM-DD, not '" + text + "'");
     return std::chrono::sys_days{date};
 }
 
@@ -68,7 +69,7 @@ Arguments parse(std::span<const std::string> args) {
         const std::string &arg = args[i];
         auto value = [&]() -> const std::string & {
             if (i + 1 >= args.size())
-                throw UsageError{arg + " wants a value"};
+                throw usageError(arg + " wants a value");
             return args[++i];
         };
         if (arg == "--demo")
@@ -80,14 +81,14 @@ Arguments parse(std::span<const std::string> args) {
         else if (arg == "--date")
             demoOptions.date = parseDate(value());
         else if (arg.starts_with("-"))
-            throw UsageError{"unknown option '" + arg + "'"};
+            throw usageError("unknown option '" + arg + "'");
         else if (parsed.path.empty())
             parsed.path = arg;
         else
-            throw UsageError{"one PATH only, not also '" + arg + "'"};
+            throw usageError("one PATH only, not also '" + arg + "'");
     }
     if (parsed.path.empty())
-        throw UsageError{"PATH is missing"};
+        throw usageError("PATH is missing");
     if (demo)
         parsed.options.demo = demoOptions;
     return parsed;
@@ -107,8 +108,8 @@ int run(std::span<const std::string> args) {
     Arguments parsed;
     try {
         parsed = parse(args);
-    } catch (const UsageError &e) {
-        std::cerr << "stockverify init-db: " << e.message << "\n\n" << usage;
+    } catch (const vb::Error &e) {
+        std::cerr << "stockverify init-db: " << e.description() << "\n\n" << usage;
         return 2;
     }
     const auto progress = progressLine();
@@ -118,7 +119,7 @@ int run(std::span<const std::string> args) {
         if (progress)
             std::cerr << "\n";
         std::cerr << "stockverify init-db: " << e.description() << "\n";
-        if (e.number() == 58)
+        if (e.number() == records::fileerr::AlreadyExists)
             std::cerr << "(--force replaces it)\n";
         return 1;
     }

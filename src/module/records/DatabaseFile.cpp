@@ -14,11 +14,6 @@ namespace records {
 
 namespace {
 
-// The old runtime's numbers for these file failures.
-constexpr std::int32_t fileAlreadyExists = 58;
-constexpr std::int32_t pathFileAccessError = 75;
-constexpr std::int32_t pathNotFound = 76;
-
 vb::Error fileError(std::int32_t number, const std::string &description) {
     return vb::Error(number, "records", description);
 }
@@ -27,13 +22,15 @@ void checkTarget(const fs::path &path, bool replace) {
     std::error_code ec;
     const fs::path folder = path.parent_path().empty() ? fs::path(".") : path.parent_path();
     if (!fs::is_directory(folder, ec))
-        throw fileError(pathNotFound, "Cannot create the database '" + path.string() +
-                                          "': the folder '" + folder.string() + "' does not exist");
+        throw fileError(fileerr::PathNotFound, "Cannot create the database '" + path.string() +
+                                                   "': the folder '" + folder.string() +
+                                                   "' does not exist");
     if (fs::is_directory(path, ec))
-        throw fileError(pathFileAccessError,
+        throw fileError(fileerr::AccessError,
                         "Cannot create the database '" + path.string() + "': it is a folder");
     if (fs::exists(path, ec) && !replace)
-        throw fileError(fileAlreadyExists, "The database '" + path.string() + "' exists already");
+        throw fileError(fileerr::AlreadyExists,
+                        "The database '" + path.string() + "' exists already");
 }
 
 // A database is its file and the files SQLite keeps beside it while it is open; a log left
@@ -43,7 +40,7 @@ void removeFiles(const fs::path &path, std::initializer_list<const char *> suffi
         std::error_code ec;
         fs::remove(path.string() + suffix, ec);
         if (ec)
-            throw fileError(pathFileAccessError,
+            throw fileError(fileerr::AccessError,
                             "Cannot remove '" + path.string() + suffix + "': " + ec.message());
     }
 }
@@ -74,8 +71,8 @@ void createDatabaseFile(const fs::path &path, const DatabaseFileOptions &options
     std::error_code ec;
     fs::rename(partial, path, ec);
     if (ec)
-        throw fileError(pathFileAccessError, "Cannot rename '" + partial.string() + "' to '" +
-                                                 path.string() + "': " + ec.message());
+        throw fileError(fileerr::AccessError, "Cannot rename '" + partial.string() + "' to '" +
+                                                  path.string() + "': " + ec.message());
 }
 
 } // namespace records

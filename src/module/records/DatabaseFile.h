@@ -3,10 +3,18 @@
 
 #include "module/records/DemoOptions.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 
 namespace records {
+
+/// The old runtime's numbers for the file failures that createDatabaseFile raises.
+namespace fileerr {
+inline constexpr std::int32_t AlreadyExists = 58;
+inline constexpr std::int32_t AccessError = 75;
+inline constexpr std::int32_t PathNotFound = 76;
+} // namespace fileerr
 
 struct DatabaseFileOptions {
     /// The demo company to load; none: the empty schema only.

@@ -114,7 +114,7 @@ TEST(DatabaseFileTest, LeavesAnExistingFileAloneUnlessToldToReplaceIt) {
         createDatabaseFile(path, {});
         FAIL() << "an existing file was replaced";
     } catch (const vb::Error &e) {
-        EXPECT_EQ(e.number(), 58);
+        EXPECT_EQ(e.number(), fileerr::AlreadyExists);
         EXPECT_NE(e.description().find(path.string()), std::string::npos);
     }
     createDatabaseFile(path, {std::nullopt, true});
@@ -127,13 +127,13 @@ TEST(DatabaseFileTest, NamesAMissingFolderOrAFolderInTheWay) {
         createDatabaseFile(folder.file("missing") / "x.db", {});
         FAIL();
     } catch (const vb::Error &e) {
-        EXPECT_EQ(e.number(), 76);
+        EXPECT_EQ(e.number(), fileerr::PathNotFound);
     }
     try {
         createDatabaseFile(folder.path(), {std::nullopt, true});
         FAIL();
     } catch (const vb::Error &e) {
-        EXPECT_EQ(e.number(), 75);
+        EXPECT_EQ(e.number(), fileerr::AccessError);
     }
 }
 
