@@ -1,0 +1,65 @@
+#include "hosts/tui/ScreenPainter.h"
+
+#include "hosts/tui/Canvas.h"
+#include "hosts/tui/FormPainter.h"
+#include "hosts/tui/Overlay.h"
+#include "hosts/tui/Palette.h"
+#include "hosts/tui/ScreenLayout.h"
+#include "hosts/tui/TextFit.h"
+
+#include "forms/Control.h"
+#include "forms/Form.h"
+#include "forms/Screen.h"
+
+#include <string>
+
+namespace tui {
+
+namespace {
+
+std::string statusText(const forms::Screen &screen, const std::vector<const Overlay *> &overlays) {
+    if (!overlays.empty()) {
+        return overlays.back()->statusText();
+    }
+    const forms::Control *focused = screen.ActiveControl();
+    return focused ? focused->ToolTipText() : std::string();
+}
+
+void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
+                     const std::vector<const Overlay *> &overlays) {
+    int y = canvas.height() - 1;
+    canvas.fill({0, y, canvas.width(), 1}, U' ', styles::status);
+    int markWidth = 0;
+    if (screen.effectivePointer() == forms::vbHourglass) {
+        markWidth = columnsOf(busyMark) + 2;
+        canvas.fill({canvas.width() - markWidth, y, markWidth, 1}, U' ', styles::busy);
+        canvas.text(canvas.width() - markWidth + 1, y, busyMark, styles::busy);
+    }
+    canvas.text(1, y, statusText(screen, overlays), styles::status,
+                std::max(0, canvas.width() - markWidth - 2));
+}
+
+} // namespace
+
+void paintScreen(Canvas &canvas, const forms::Screen &screen,
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout) {
+    canvas.clear();
+    layout.clear();
+    if (canvas.height() < 2 || canvas.width() < 1) {
+        return;
+    }
+    Rect area{0, 0, canvas.width(), canvas.height() - 1};
+    const forms::Form *active = screen.ActiveForm();
+    for (const forms::Form *form : screen.shownForms()) {
+        paintForm(canvas, *form, area, form == active, layout);
+    }
+    if (!overlays.empty()) {
+        canvas.setCursor(std::nullopt);
+    }
+    for (const Overlay *overlay : overlays) {
+        overlay->paint(canvas, area);
+    }
+    paintStatusLine(canvas, screen, overlays);
+}
+
+} // namespace tui

@@ -1,0 +1,29 @@
+// Drawing the whole screen: the shown forms, the boxes over them and the status line.
+#pragma once
+
+#include <vector>
+
+namespace forms {
+class Screen;
+}
+
+namespace tui {
+
+class Canvas;
+class Overlay;
+class ScreenLayout;
+
+/// Draws one frame: every shown form, first shown first, each as a window
+/// centred on the screen (so a dialog stands over its owner, which shows
+/// around it); then the overlays in order; then the status line on the last
+/// row, with the tool tip of the focused control (or the top overlay's hint)
+/// on the left and the busy mark "⧗ Busy" on the right while the mouse
+/// pointer is the hourglass. The terminal cursor stands at the focused text
+/// box's caret, and is hidden while an overlay is open.
+void paintScreen(Canvas &canvas, const forms::Screen &screen,
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout);
+
+/// The busy mark on the status line.
+inline constexpr const char *busyMark = "⧗ Busy";
+
+} // namespace tui

@@ -1,0 +1,29 @@
+// Fitting text into cells: widths, alignment and word wrapping.
+#pragma once
+
+#include "hosts/tui/Cell.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tui {
+
+class Canvas;
+
+/// How text stands in a field: the old platform's left (0), right (1) and centre (2).
+enum class Align { Left, Right, Center };
+
+/// Columns the text takes: one per character.
+int columnsOf(std::string_view utf8);
+
+/// Writes text into a field of `width` cells at (x, y): aligned within it,
+/// cut at the right when it is longer. The rest of the field is not touched.
+void drawAligned(Canvas &canvas, int x, int y, int width, std::string_view utf8, Align align,
+                 Style style);
+
+/// Splits text into lines of at most `width` characters: at line breaks
+/// (CR LF, CR or LF), then between words, cutting words longer than a line.
+std::vector<std::string> wrapText(std::string_view utf8, int width);
+
+} // namespace tui

@@ -1,0 +1,75 @@
+// A terminal for the host's tests: scripted input bytes, every frame kept as text.
+#pragma once
+
+#include "hosts/tui/Canvas.h"
+#include "hosts/tui/SessionEnded.h"
+#include "hosts/tui/Terminal.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace tui::test {
+
+/// Input comes in chunks, each one what a single read returns. A chunk typed
+/// with `type` is there at once (the bytes arrived together, as a scanner's
+/// do); one typed with `typeLater` only comes once the host has drawn and
+/// waits (the user reacts to what is on the screen). When the script runs
+/// out the session ends, as it does when a terminal's input ends, so a test
+/// can never hang.
+class ScriptedTerminal : public Terminal {
+public:
+    ScriptedTerminal(int cols, int rows) : size_{cols, rows} {}
+
+    void type(std::string bytes) { chunks_.push_back({std::move(bytes), false}); }
+    void typeLater(std::string bytes) { chunks_.push_back({std::move(bytes), true}); }
+
+    TerminalSize size() const override { return size_; }
+    void resize(int cols, int rows) { size_ = {cols, rows}; }
+
+    void present(const Canvas &canvas) override {
+        frames_.push_back(canvas.dump());
+        cursor_ = canvas.cursor();
+    }
+
+    std::string read(std::optional<std::chrono::milliseconds> timeout) override {
+        ++reads_;
+        if (!chunks_.empty() && (!chunks_.front().afterDraw || !timeout)) {
+            std::string bytes = std::move(chunks_.front().bytes);
+            chunks_.pop_front();
+            return bytes;
+        }
+        if (timeout) {
+            return {};
+        }
+        throw SessionEnded("the test script has no more input", 1);
+    }
+
+    const std::vector<std::string> &frames() const { return frames_; }
+    const std::string &lastFrame() const { return frames_.back(); }
+    std::optional<Point> cursor() const { return cursor_; }
+    std::size_t pendingChunks() const { return chunks_.size(); }
+    /// The frames that show `text` somewhere.
+    std::vector<std::string> framesShowing(const std::string &text) const {
+        std::vector<std::string> out;
+        for (const auto &f : frames_) {
+            if (f.find(text) != std::string::npos) {
+                out.push_back(f);
+            }
+        }
+        return out;
+    }
+
+private:
+    struct Chunk {
+        std::string bytes;
+        bool afterDraw;
+    };
+    TerminalSize size_;
+    std::deque<Chunk> chunks_;
+    std::vector<std::string> frames_;
+    std::optional<Point> cursor_;
+    int reads_ = 0;
+};
+
+} // namespace tui::test
