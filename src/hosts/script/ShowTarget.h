@@ -1,0 +1,35 @@
+// script::ShowTarget: what `show NAME` runs, given to the runner by its caller.
+#pragma once
+
+#include "hosts/script/Session.h"
+
+#include "ado/Connection.h"
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace forms {
+class Screen;
+}
+
+namespace script {
+
+/// What a show target gets: the session values, the scenario's open
+/// connection (empty when the scenario opened none) and the screen whose Ui
+/// is the runner. The same connection serves the scenario's `sql` and
+/// `expect rows`, so they see what the shown forms wrote, transaction or not.
+struct ShowContext {
+    const Session &session;
+    const ado::Connection &connection;
+    forms::Screen &screen;
+};
+
+/// Creates something and shows it modally on `context.screen`; returns when it
+/// has closed. The rest of the scenario runs inside its modal loop.
+using ShowTarget = std::function<void(const ShowContext &context)>;
+
+/// Show targets by the name a scenario gives `show`.
+using ShowTargets = std::map<std::string, ShowTarget>;
+
+} // namespace script
