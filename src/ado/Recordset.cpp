@@ -4,7 +4,6 @@
 #include "ado/RecordsetState.h"
 #include "ado/Session.h"
 
-#include <cctype>
 #include <set>
 
 namespace ado {
@@ -39,24 +38,18 @@ std::string_view lockName(int type) {
     }
 }
 
-bool sameName(std::string_view a, std::string_view b) {
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
+// Names compare ignoring ASCII letter case, as the old objects found fields.
+char folded(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-std::vector<ColumnValue> columnValues(const std::vector<FieldInfo> &fields,
-                                      const std::vector<vb::Variant> &values,
-                                      const std::vector<bool> &changed) {
-    std::vector<ColumnValue> out;
+// The changed fields as the provider writes them, into a list kept between rows.
+void columnValues(const std::vector<FieldInfo> &fields, const std::vector<vb::Variant> &values,
+                  const std::vector<bool> &changed, std::vector<ColumnValue> &out) {
+    out.clear();
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (changed[i])
             out.push_back({&fields[i].baseColumn, &values[i]});
-    return out;
 }
 
 vb::Error insufficientBaseTable(const std::string &sql) {
@@ -102,7 +95,7 @@ void RecordsetState::readAllRows() {
     if (allRead)
         return;
     connection.session(); // a closed connection stops here with 3709
-    std::vector<Row> added = std::move(rows);
+    std::deque<Row> added = std::move(rows);
     std::vector<bool> addedStale = std::move(stale);
     std::set<std::int64_t> addedIds;
     for (const auto &r : added)
@@ -192,6 +185,8 @@ void RecordsetState::refresh(Row &row) {
             at.push_back(i);
         }
     auto values = connection.session().provider().readRow(baseTable, row.rowid, columns);
+    // A written row may hold no values yet: they come from the database.
+    row.values.resize(fields.size(), vb::Variant::null());
     for (std::size_t i = 0; i < at.size() && i < values.size(); ++i)
         row.values[at[i]] = std::move(values[i]);
 }
@@ -200,9 +195,28 @@ void RecordsetState::refresh(Row &row) {
 
 int RecordsetState::indexOf(std::string_view name) const {
     requireOpen();
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        if (sameName(fields[i].name, name))
+    // A save finds a field by name for every value it writes, mostly in the
+    // order of the columns: look first after the field found last.
+    auto matches = [&](std::size_t i) {
+        const std::string &candidate = foldedNames[i];
+        if (candidate.size() != name.size())
+            return false;
+        if (fields[i].name == name) // the spelling of the statement, the usual case
+            return true;
+        for (std::size_t j = 0; j < name.size(); ++j)
+            if (folded(name[j]) != candidate[j])
+                return false;
+        return true;
+    };
+    const std::size_t n = foldedNames.size();
+    std::size_t i = lastFound + 1 >= n ? 0 : lastFound + 1;
+    for (std::size_t k = 0; k < n; ++k) {
+        if (matches(i)) {
+            lastFound = i;
             return static_cast<int>(i);
+        }
+        i = i + 1 == n ? 0 : i + 1;
+    }
     throw adoError(errnum::ItemNotFound, source,
                    adoErrorText(errnum::ItemNotFound) + " (field '" + std::string(name) + "')");
 }
@@ -215,6 +229,8 @@ void RecordsetState::checkIndex(int index) const {
 
 vb::Variant RecordsetState::value(int index) {
     checkIndex(index);
+    if (editMode == adEditAdd && !changed[static_cast<std::size_t>(index)])
+        return vb::Variant::null(); // a new row holds nothing until a value is set
     if (editMode != adEditNone)
         return buffer[static_cast<std::size_t>(index)];
     return currentRow().values[static_cast<std::size_t>(index)];
@@ -254,7 +270,8 @@ void RecordsetState::addNew() {
         throw insufficientBaseTable(source);
     if (editMode != adEditNone)
         save();
-    buffer.assign(fields.size(), vb::Variant::null());
+    // The buffer keeps its old values: only the fields marked changed count.
+    buffer.resize(fields.size());
     changed.assign(fields.size(), false);
     editMode = adEditAdd;
 }
@@ -264,15 +281,20 @@ void RecordsetState::save() {
     if (editMode == adEditNone)
         return;
     if (lockType == adLockBatchOptimistic) {
-        if (editMode == adEditAdd)
+        if (editMode == adEditAdd) {
+            for (std::size_t i = 0; i < buffer.size(); ++i)
+                if (!changed[i])
+                    buffer[i] = vb::Variant::null();
             placeAdded(Row{buffer, 0}, false);
+        }
         rows[static_cast<std::size_t>(position)].values = buffer;
         batch.push_back({static_cast<std::size_t>(position), editMode == adEditAdd,
                          std::move(buffer), std::move(changed)});
     } else if (editMode == adEditAdd) {
         // A failed write leaves the row in the edit buffer, as ADO kept a
-        // failed AddNew pending.
-        Row row{buffer, 0};
+        // failed AddNew pending. The row keeps no values of its own: they are
+        // read back when asked for, so that adding many rows costs no copies.
+        Row row;
         writeAdded(row, buffer, changed);
         placeAdded(std::move(row), true);
     } else {
@@ -283,7 +305,7 @@ void RecordsetState::save() {
 }
 
 // An added row becomes the current row.
-void RecordsetState::placeAdded(Row row, bool written) {
+void RecordsetState::placeAdded(Row row, bool stored) {
     if (!scrollable()) {
         rows.clear();
         stale.clear();
@@ -291,18 +313,19 @@ void RecordsetState::placeAdded(Row row, bool written) {
         atEnd = false;
     }
     rows.push_back(std::move(row));
-    stale.push_back(written);
+    stale.push_back(stored);
     position = static_cast<long>(rows.size()) - 1;
 }
 
 void RecordsetState::writeAdded(Row &row, const std::vector<vb::Variant> &values,
                                 const std::vector<bool> &changedFields) {
     Session &s = connection.session();
-    auto columns = columnValues(fields, values, changedFields);
-    std::string what =
-        "insert into " + baseTable + " (recordset #" + std::to_string(sequence) + ")";
+    columnValues(fields, values, changedFields, written);
+    std::string what;
+    if (s.trace().active())
+        what = "insert into " + baseTable + " (recordset #" + std::to_string(sequence) + ")";
     row.rowid = s.call(Operation::Update, what, "", [&](StatementLog &log) {
-        return s.provider().insertRow(baseTable, columns, log);
+        return s.provider().insertRow(baseTable, written, log);
     });
     ++rowsAdded;
 }
@@ -310,11 +333,13 @@ void RecordsetState::writeAdded(Row &row, const std::vector<vb::Variant> &values
 void RecordsetState::writeChanged(Row &row, const std::vector<vb::Variant> &values,
                                   const std::vector<bool> &changedFields) {
     Session &s = connection.session();
-    auto columns = columnValues(fields, values, changedFields);
-    std::string what = "update " + baseTable + " rowid " + std::to_string(row.rowid) +
-                       " (recordset #" + std::to_string(sequence) + ")";
+    columnValues(fields, values, changedFields, written);
+    std::string what;
+    if (s.trace().active())
+        what = "update " + baseTable + " rowid " + std::to_string(row.rowid) + " (recordset #" +
+               std::to_string(sequence) + ")";
     s.call(Operation::Update, what, "",
-           [&](StatementLog &log) { s.provider().updateRow(baseTable, row.rowid, columns, log); });
+           [&](StatementLog &log) { s.provider().updateRow(baseTable, row.rowid, written, log); });
     row.values = values;
     ++rowsChanged;
 }
@@ -405,6 +430,12 @@ void Recordset::adopt(const Connection &connection, std::string sql,
     rs.connection = connection;
     rs.source = std::move(sql);
     rs.fields = cursor->fields();
+    rs.foldedNames.clear();
+    for (const auto &f : rs.fields) {
+        rs.foldedNames.push_back(f.name);
+        for (auto &ch : rs.foldedNames.back())
+            ch = folded(ch);
+    }
     rs.baseTable = cursor->baseTable();
     rs.identified = cursor->rowsIdentified();
     rs.cursor = std::move(cursor);

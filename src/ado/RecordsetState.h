@@ -5,6 +5,7 @@
 #include "ado/Constants.h"
 #include "ado/Provider.h"
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,7 +43,7 @@ struct RecordsetState {
     void beginEdit();
     void addNew();
     void save();
-    void placeAdded(Row row, bool written);
+    void placeAdded(Row row, bool stored);
     void writeAdded(Row &row, const std::vector<vb::Variant> &values,
                     const std::vector<bool> &changed);
     void writeChanged(Row &row, const std::vector<vb::Variant> &values,
@@ -62,13 +63,15 @@ struct RecordsetState {
 
     std::unique_ptr<Cursor> cursor; // until every row is read
     std::vector<FieldInfo> fields;
+    std::vector<std::string> foldedNames; // field names in lower case, for finding fields
+    mutable std::size_t lastFound = 0;    // fields are mostly set in order: look after it first
     std::string baseTable;
     bool identified = false; // rows carry their rowid
 
     // Scrollable cursors: every row read so far and those added, the current
     // one at `position` (-1 before the first, rows.size() after the last).
     // Forward-only: the current row alone, at position 0.
-    std::vector<Row> rows;
+    std::deque<Row> rows;    // grows without moving the rows it holds
     std::vector<bool> stale; // the row was written: read its values again before use
     long position = 0;
     bool allRead = false;
@@ -78,6 +81,7 @@ struct RecordsetState {
     int editMode = adEditNone;
     std::vector<vb::Variant> buffer;
     std::vector<bool> changed;
+    std::vector<ColumnValue> written; // the fields of the row being written
 
     struct Pending {
         std::size_t row;

@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cstdlib>
+#include <limits>
 
 namespace ado::sqlite {
 
@@ -50,6 +51,13 @@ ColumnType columnTypeOf(std::string_view declared) {
            (std::isalnum(static_cast<unsigned char>(declared[i])) || declared[i] == '_'))
         type.name += static_cast<char>(std::tolower(static_cast<unsigned char>(declared[i++])));
     type.kind = kindOfName(type.name);
+    if (type.name == "smallint")
+        type.low = -32768, type.high = 32767;
+    else if (type.name == "tinyint")
+        type.low = 0, type.high = 255;
+    else if (type.name == "bigint")
+        type.low = std::numeric_limits<std::int64_t>::min(),
+        type.high = std::numeric_limits<std::int64_t>::max();
     if (auto open = declared.find('(', i); open != std::string_view::npos)
         type.length = std::atoi(std::string(declared.substr(open + 1)).c_str());
     return type;

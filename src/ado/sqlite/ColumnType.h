@@ -1,6 +1,7 @@
 // The SQL Server type of a column, read from the type a table declares.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,9 @@ struct ColumnType {
     std::string name;
     /// The declared length of a text type (varchar(20) is 20), 0 when none is given.
     int length = 0;
+    /// The values an integer type takes (int's range for the other kinds).
+    std::int64_t low = -2147483648LL;
+    std::int64_t high = 2147483647LL;
 
     /// Integer, Bit, Decimal, Float or Money: a column that refuses text that is no number.
     bool numeric() const;

@@ -20,7 +20,10 @@ constexpr int progressSteps = 10000;
 Database::Database(std::string_view path, Mode mode) : path_(path) {
     if (mode == Mode::OpenExisting && !std::filesystem::exists(path_))
         throw connectionError("Cannot open the database '" + path_ + "': the file does not exist");
-    int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
+    // One connection serves one thread at a time (the module has one thread),
+    // so SQLite need not lock its own structures on every call.
+    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX |
+                (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
     int rc = sqlite3_open_v2(path_.c_str(), &db_, flags, nullptr);
     if (rc != SQLITE_OK) {
         std::string why = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
@@ -40,6 +43,8 @@ Database::Database(std::string_view path, Mode mode) : path_(path) {
         throw connectionError("Cannot open the database '" + path_ + "': " + why);
     }
     registerFunctions(db_);
+    // Installed once: a statement's time limit only sets a deadline (TimeLimit).
+    sqlite3_progress_handler(db_, progressSteps, &Database::progress, this);
 }
 
 Database::~Database() {
@@ -64,24 +69,28 @@ bool Database::autocommit() const {
     return sqlite3_get_autocommit(db_) != 0;
 }
 
+// Called every so many steps of a running statement. The deadline starts at
+// the first call, so that a statement too short to reach it (a row of a save)
+// never reads the clock; the few steps before count as nothing.
 int Database::progress(void *self) {
     auto *db = static_cast<Database *>(self);
-    return db->limited_ && std::chrono::steady_clock::now() > db->deadline_ ? 1 : 0;
+    if (db->limitSeconds_ <= 0)
+        return 0;
+    auto now = std::chrono::steady_clock::now();
+    if (!db->deadlineSet_) {
+        db->deadline_ = now + std::chrono::seconds(db->limitSeconds_);
+        db->deadlineSet_ = true;
+    }
+    return now > db->deadline_ ? 1 : 0;
 }
 
 Database::TimeLimit::TimeLimit(Database &db, int seconds) : db_(db) {
-    if (seconds <= 0)
-        return;
-    db_.limited_ = true;
-    db_.deadline_ = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-    sqlite3_progress_handler(db_.db_, progressSteps, &Database::progress, &db_);
+    db_.limitSeconds_ = seconds;
+    db_.deadlineSet_ = false;
 }
 
 Database::TimeLimit::~TimeLimit() {
-    if (!db_.limited_)
-        return;
-    db_.limited_ = false;
-    sqlite3_progress_handler(db_.db_, 0, nullptr, nullptr);
+    db_.limitSeconds_ = 0;
 }
 
 } // namespace ado::sqlite

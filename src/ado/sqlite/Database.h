@@ -62,7 +62,8 @@ private:
 
     sqlite3 *db_ = nullptr;
     std::string path_;
-    bool limited_ = false;
+    int limitSeconds_ = 0;
+    bool deadlineSet_ = false;
     std::chrono::steady_clock::time_point deadline_;
 };
 

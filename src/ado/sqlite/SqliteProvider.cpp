@@ -63,6 +63,7 @@ const Catalog &SqliteProvider::catalog() {
     schemaVersionQuery_->reset();
     if (version != schemaVersion_) {
         catalog_ = Catalog::load(*db_);
+        lastInsert_ = nullptr;
         writes_.clear();
         schemaVersion_ = version;
     }
@@ -124,11 +125,12 @@ SqliteProvider::Prepared &SqliteProvider::prepared(const std::string &key, const
         return it->second;
     if (!c.hasTable(table))
         throw engineError(SQLITE_ERROR, "no such table: " + std::string(table), sql);
-    std::vector<ColumnType> types;
-    for (const auto &v : values)
-        types.push_back(c.columnType(table, *v.column));
-    return writes_.emplace(key, Prepared{NativeStatement(*db_, sql), std::move(types)})
-        .first->second;
+    Prepared p{NativeStatement(*db_, sql), {}, std::string(table), {}};
+    for (const auto &v : values) {
+        p.types.push_back(c.columnType(table, *v.column));
+        p.columns.push_back(*v.column);
+    }
+    return writes_.emplace(key, std::move(p)).first->second;
 }
 
 void SqliteProvider::bindValues(Prepared &p, const std::vector<ColumnValue> &values) {
@@ -144,14 +146,23 @@ void SqliteProvider::bindValues(Prepared &p, const std::vector<ColumnValue> &val
     }
 }
 
+bool SqliteProvider::Prepared::sameWrite(std::string_view t,
+                                         const std::vector<ColumnValue> &values) const {
+    if (t != table || values.size() != columns.size())
+        return false;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (*values[i].column != columns[i])
+            return false;
+    return true;
+}
+
 std::int64_t SqliteProvider::insertRow(std::string_view table,
                                        const std::vector<ColumnValue> &values, StatementLog &log) {
-    std::string key = "insert\x1f" + std::string(table);
-    for (const auto &v : values)
-        key += "\x1f" + *v.column;
-    auto it = writes_.find(key);
-    Prepared *p = it == writes_.end() ? nullptr : &it->second;
-    if (!p) {
+    Prepared *p = lastInsert_;
+    if (!p || !p->sameWrite(table, values)) {
+        std::string key = "insert\x1f" + std::string(table);
+        for (const auto &v : values)
+            key += "\x1f" + *v.column;
         std::string sql = "INSERT INTO " + quoted(table), names, marks;
         for (std::size_t i = 0; i < values.size(); ++i) {
             names += (i ? ", " : "") + quoted(*values[i].column);
@@ -159,6 +170,7 @@ std::int64_t SqliteProvider::insertRow(std::string_view table,
         }
         sql += values.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ")";
         p = &prepared(key, sql, table, values);
+        lastInsert_ = p;
     }
     if (log.detailed)
         log.translated = p->statement.sql() + "\n" + describeValues(values);
@@ -203,7 +215,7 @@ std::vector<vb::Variant> SqliteProvider::readRow(std::string_view table, std::in
                       quoted(table) + " WHERE rowid = ?1";
     auto it = writes_.find(sql);
     if (it == writes_.end())
-        it = writes_.emplace(sql, Prepared{NativeStatement(*db_, sql), {}}).first;
+        it = writes_.emplace(sql, Prepared{NativeStatement(*db_, sql), {}, {}, {}}).first;
     NativeStatement &st = it->second.statement;
     st.reset();
     st.bindInteger(1, rowid);

@@ -47,6 +47,9 @@ private:
     struct Prepared {
         NativeStatement statement;
         std::vector<ColumnType> types;
+        std::string table;
+        std::vector<std::string> columns;
+        bool sameWrite(std::string_view table, const std::vector<ColumnValue> &values) const;
     };
     Prepared &prepared(const std::string &key, const std::string &sql, std::string_view table,
                        const std::vector<ColumnValue> &values);
@@ -58,6 +61,8 @@ private:
     std::int64_t schemaVersion_ = -1;
     std::unique_ptr<NativeStatement> schemaVersionQuery_;
     std::map<std::string, Prepared> writes_;
+    Prepared *lastInsert_ = nullptr; // a save adds rows of one shape: no lookup for the next
+
     int timeout_ = 30;
 };
 

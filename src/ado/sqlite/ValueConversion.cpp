@@ -26,20 +26,6 @@ bool isDigit(char c) {
     return std::isdigit(static_cast<unsigned char>(c)) != 0;
 }
 
-struct IntegerRange {
-    std::int64_t low, high;
-};
-
-IntegerRange rangeOf(const ColumnType &type) {
-    if (type.name == "smallint")
-        return {-32768, 32767};
-    if (type.name == "tinyint")
-        return {0, 255};
-    if (type.name == "bigint")
-        return {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()};
-    return {-2147483648LL, 2147483647LL};
-}
-
 std::string intName(const ColumnType &type) {
     return type.kind == ColumnKind::Integer && !type.name.empty() && type.name != "integer"
                ? type.name
@@ -90,13 +76,32 @@ std::int64_t textToBit(std::string_view text) {
 }
 
 StoredValue numberFor(const vb::Variant &v, const ColumnType &type) {
-    double x = v.isDate() ? v.asDate().serial : v.number();
+    double x = 0;
+    switch (v.type()) {
+    case vb::VarType::Double:
+        x = v.asDouble();
+        break;
+    case vb::VarType::Long:
+        x = v.asLong();
+        break;
+    case vb::VarType::Integer:
+        x = v.asInteger();
+        break;
+    case vb::VarType::Boolean:
+        x = v.asBoolean() ? -1 : 0;
+        break;
+    case vb::VarType::Date:
+        x = v.asDate().serial;
+        break;
+    default:
+        x = v.number();
+        break;
+    }
     if (type.kind == ColumnKind::Bit)
         return std::int64_t{x != 0 ? 1 : 0};
     if (type.kind == ColumnKind::Integer)
         return numberToInteger(x, type);
-    if (v.type() == vb::VarType::Integer || v.type() == vb::VarType::Long ||
-        v.type() == vb::VarType::Boolean)
+    if (v.type() != vb::VarType::Double && v.type() != vb::VarType::Date)
         return static_cast<std::int64_t>(x);
     return x;
 }
@@ -154,10 +159,9 @@ std::int64_t textToInteger(std::string_view text, const ColumnType &type) {
     if (!digitsOnly)
         throw conversionError("Conversion failed when converting the varchar value '" +
                               std::string(text) + "' to data type " + intName(type) + ".");
-    auto range = rangeOf(type);
     errno = 0;
     long long value = std::strtoll(std::string(t).c_str(), nullptr, 10);
-    if (errno == ERANGE || value < range.low || value > range.high)
+    if (errno == ERANGE || value < type.low || value > type.high)
         throw conversionError("The conversion of the varchar value '" + std::string(text) +
                               "' overflowed an " + intName(type) + " column.");
     return value;
@@ -184,8 +188,7 @@ double textToFloat(std::string_view text) {
 
 std::int64_t numberToInteger(double value, const ColumnType &type) {
     double rounded = std::nearbyint(value); // the current rounding mode: half to even
-    auto range = rangeOf(type);
-    if (!(rounded >= static_cast<double>(range.low) && rounded <= static_cast<double>(range.high)))
+    if (!(rounded >= static_cast<double>(type.low) && rounded <= static_cast<double>(type.high)))
         throw conversionError("Arithmetic overflow error converting expression to data type " +
                               intName(type) + ".");
     return static_cast<std::int64_t>(rounded);
