@@ -60,8 +60,10 @@ void compareRows(const std::string &what, const Rows &expected, const Rows &foun
     }
 }
 
-/// A database value as a rows block writes it: NULL, True/False, dates as
-/// YYYY-MM-DD (with the time when there is one), numbers as CStr gives them.
+/// A database value as a rows block writes it, as `stockverify sql` prints
+/// it, so that its output can be pasted under `expect rows`: dates as
+/// YYYY-MM-DD (with the time when there is one), bits as 1 or 0, numbers as
+/// CStr gives them; but NULL for null, which must not pass for empty text.
 std::string cellText(const vb::Variant &value) {
     if (value.isNull()) {
         return "NULL";
@@ -69,6 +71,9 @@ std::string cellText(const vb::Variant &value) {
     if (value.isDate()) {
         return vb::formatDate(value.asDate(),
                               value.asDate().hasTime() ? "yyyy-mm-dd hh:nn:ss" : "yyyy-mm-dd");
+    }
+    if (value.isBoolean()) {
+        return value.asBoolean() ? "1" : "0";
     }
     return vb::TextOf(value);
 }

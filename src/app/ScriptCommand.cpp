@@ -1,0 +1,65 @@
+// stockverify script: runs scenario files against the show targets this program has.
+#include "app/Command.h"
+#include "hosts/script/Runner.h"
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+const char *usage =
+    "Usage: stockverify script [--home DIR] FILE.scn...\n"
+    "\n"
+    "Runs scenario files: each sets the session values, shows a target, presses\n"
+    "keys, clicks, answers message boxes and checks controls, message boxes and\n"
+    "database rows, line by line. The language is described in docs/scenarios.md.\n"
+    "\n"
+    "A failed file prints FILE:LINE, what was expected and what was found on\n"
+    "stderr. For several files a last line \"N passed, N failed\" follows.\n"
+    "Exit code: 0 all passed, 1 a scenario failed, 2 a file could not be read or\n"
+    "parsed (unknown command, bad syntax, unknown show target).\n"
+    "\n"
+    "  --home DIR   the program folder of the session (ShopSetting.txt, reports/);\n"
+    "               default: the folder of this program\n"
+    "\n"
+    "Show targets: none in this build. The register (\"show register\") comes with\n"
+    "the module.\n";
+
+int run(std::span<const std::string> args) {
+    script::RunnerOptions options;
+    std::vector<std::string> files;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--home" && i + 1 < args.size()) {
+            options.homeDir = args[++i];
+        } else if (args[i].starts_with("-")) {
+            std::cerr << "stockverify script: unknown option " << args[i] << "\n\n" << usage;
+            return 2;
+        } else {
+            files.push_back(args[i]);
+        }
+    }
+    if (options.homeDir.empty()) {
+        // The program folder is where the program file lies.
+        std::error_code error;
+        std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+        if (error) {
+            std::cerr << "stockverify script: cannot find the program folder (" << error.message()
+                      << "); give it with --home DIR\n";
+            return 2;
+        }
+        options.homeDir = self.parent_path();
+    }
+    if (files.empty()) {
+        std::cerr << "stockverify script: no scenario file given\n\n" << usage;
+        return 2;
+    }
+    return script::Runner(std::move(options)).runFiles(files, std::cout, std::cerr);
+}
+
+const app::Registration registration{app::Command{
+    "script", "run scenario files (.scn) without a screen and check what they expect", usage, run}};
+
+} // namespace
