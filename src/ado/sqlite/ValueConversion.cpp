@@ -163,7 +163,8 @@ std::int64_t textToInteger(std::string_view text, const ColumnType &type) {
     long long value = std::strtoll(std::string(t).c_str(), nullptr, 10);
     if (errno == ERANGE || value < type.low || value > type.high)
         throw conversionError("The conversion of the varchar value '" + std::string(text) +
-                              "' overflowed an " + intName(type) + " column.");
+                              "' overflowed " + (intName(type) == "int" ? "an " : "a ") +
+                              intName(type) + " column.");
     return value;
 }
 
