@@ -16,12 +16,12 @@ namespace services {
 namespace {
 
 struct Factory {
-    std::string_view name;
-    std::function<std::shared_ptr<ServiceObject>(const Context &)> make;
+    std::string name;
+    ObjectFactory make;
 };
 
 template <class Service> Factory factoryOf() {
-    return {Service::CreationName,
+    return {std::string(Service::CreationName),
             [](const Context &context) { return std::make_shared<Service>(context); }};
 }
 
@@ -37,10 +37,37 @@ const std::array<Factory, 6> &factories() {
     return all;
 }
 
+/// Classes entered by registerCreatable, after the six services.
+std::vector<Factory> &registered() {
+    static std::vector<Factory> all;
+    return all;
+}
+
 } // namespace
+
+void registerCreatable(std::string_view creationName, ObjectFactory make) {
+    for (const Factory &factory : factories()) {
+        if (vb::StrComp(creationName, factory.name, vb::Compare::Text) == 0) {
+            throw vb::Error(vb::err::InvalidProcedureCall, "services",
+                            factory.name + " is a service of its own and cannot be replaced");
+        }
+    }
+    for (Factory &factory : registered()) {
+        if (vb::StrComp(creationName, factory.name, vb::Compare::Text) == 0) {
+            factory.make = std::move(make);
+            return;
+        }
+    }
+    registered().push_back({std::string(creationName), std::move(make)});
+}
 
 std::shared_ptr<ServiceObject> CreateObject(std::string_view creationName, const Context &context) {
     for (const Factory &factory : factories()) {
+        if (vb::StrComp(creationName, factory.name, vb::Compare::Text) == 0) {
+            return factory.make(context);
+        }
+    }
+    for (const Factory &factory : registered()) {
         if (vb::StrComp(creationName, factory.name, vb::Compare::Text) == 0) {
             return factory.make(context);
         }
@@ -52,6 +79,9 @@ std::shared_ptr<ServiceObject> CreateObject(std::string_view creationName, const
 std::vector<std::string> creationNames() {
     std::vector<std::string> names;
     for (const Factory &factory : factories()) {
+        names.emplace_back(factory.name);
+    }
+    for (const Factory &factory : registered()) {
         names.emplace_back(factory.name);
     }
     return names;

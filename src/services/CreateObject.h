@@ -5,6 +5,7 @@
 #include "services/ServiceObject.h"
 #include "vb/Error.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,5 +35,14 @@ std::shared_ptr<Service> CreateObject(std::string_view creationName, const Conte
 
 /// The creation names CreateObject knows, in their usual spelling.
 std::vector<std::string> creationNames();
+
+/// Makes an object of a class for CreateObject.
+using ObjectFactory = std::function<std::shared_ptr<ServiceObject>(const Context &)>;
+
+/// Enters a creatable class of a layer above this one (the module's public
+/// class) under its creation name, as registering a component made it
+/// known by name. Entering a name again replaces its factory; the name of
+/// one of the six services raises 5.
+void registerCreatable(std::string_view creationName, ObjectFactory make);
 
 } // namespace services
