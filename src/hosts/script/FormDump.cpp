@@ -71,6 +71,8 @@ std::string shown(const forms::Control &control) {
         }
         return inQuotes(combo.Text()) + " [" + items + "]";
     }
+    case ControlKind::DatePicker:
+        return *controlProperty(control, "Value");
     default:
         break;
     }
@@ -84,8 +86,9 @@ std::string shown(const forms::Control &control) {
 
 std::string state(const forms::Control &control) {
     std::string out;
-    if (auto value = controlProperty(control, "Value")) {
-        out += " value " + *value;
+    if (control.kind() == forms::ControlKind::CheckBox ||
+        control.kind() == forms::ControlKind::OptionButton) {
+        out += " value " + *controlProperty(control, "Value");
     }
     if (!control.Enabled()) {
         out += " disabled";
