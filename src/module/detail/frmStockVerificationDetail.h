@@ -27,6 +27,10 @@ namespace forms {
 class ListView;
 }
 
+namespace StockActivityTrail {
+class clsActivityTrail;
+}
+
 namespace tqsv2731 {
 
 class Module;
@@ -226,6 +230,11 @@ private:
     bool changeRow();
     /// The item-code path of txtBarcode_KeyPress.
     void acceptItemCode(const std::string &strBarcode);
+    /// The services, or error 91 when the one asked for was never made (a
+    /// failed load, or a form reached before the register made the module's).
+    BaseServices::clsBaseTools &tools() const;
+    BaseServices::clsBaseData &data() const;
+    StockActivityTrail::clsActivityTrail &auditTrail() const;
     /// Message box of style 64 with the session's title.
     void inform(std::string_view text);
 
