@@ -37,7 +37,31 @@ Align cellAlign(int alignment, const std::string &text) {
     return Align::Left;
 }
 
-/// The columns that fit: the fixed ones, then from LeftCol on.
+/// The first scrolling column to show: LeftCol, moved as little as needed to
+/// bring the current column fully into view (the user moves it with the arrows).
+int firstColumn(const PaintContext &pc, const forms::FlexGrid &grid, int room) {
+    int first = std::max(grid.LeftCol(), grid.FixedCols());
+    int current = grid.Col();
+    if (current < grid.FixedCols()) {
+        return first;
+    }
+    if (current < first) {
+        return current;
+    }
+    auto widthFrom = [&](int from) {
+        int w = 0;
+        for (int c = from; c <= current; ++c) {
+            w += pc.scale.columns(grid.ColWidth(c));
+        }
+        return w;
+    };
+    while (first < current && widthFrom(first) > room) {
+        ++first;
+    }
+    return first;
+}
+
+/// The columns that fit: the fixed ones, then the scrolling ones from firstColumn.
 std::vector<Column> visibleColumns(const PaintContext &pc, const forms::FlexGrid &grid, int width) {
     std::vector<Column> cols;
     int x = pc.rect.x;
@@ -51,7 +75,8 @@ std::vector<Column> visibleColumns(const PaintContext &pc, const forms::FlexGrid
     for (int c = 0; c < std::min(grid.FixedCols(), grid.Cols()); ++c) {
         add(c);
     }
-    for (int c = std::max(grid.LeftCol(), grid.FixedCols()); c < grid.Cols(); ++c) {
+    int room = pc.rect.x + width - x;
+    for (int c = firstColumn(pc, grid, room); c < grid.Cols(); ++c) {
         add(c);
     }
     return cols;

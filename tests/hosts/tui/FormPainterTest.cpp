@@ -179,6 +179,27 @@ TEST(FormPainterTest, GridScrollsWithTheCurrentRow) {
     EXPECT_EQ(c.at(s.find("SV9999 ").x, red.y - 1).style.bg, Color::Default);
 }
 
+TEST(FormPainterTest, GridScrollsSidewaysToTheCurrentColumn) {
+    Screen60 s;
+    GridDialog form(s.host.screen());
+    form.fill(3);
+    form.flexList.setColWidth(3, 4800); // wider than the grid: Remarks ends out of view
+    form.flexList.setCols(5);
+    form.flexList.setTextMatrix(0, 4, "Posted");
+    form.flexList.setTextMatrix(1, 4, "Yes");
+    form.Show();
+    form.flexList.setRow(1);
+    form.flexList.setCol(1);
+    EXPECT_EQ(s.draw().find("Posted"), std::string::npos);
+    EXPECT_NE(s.terminal.lastFrame().find("Number"), std::string::npos);
+
+    form.flexList.setCol(4);
+    std::string frame = s.draw();
+    EXPECT_NE(frame.find("Posted"), std::string::npos) << frame;
+    EXPECT_NE(frame.find("Remarks"), std::string::npos);
+    EXPECT_EQ(frame.find("Number"), std::string::npos) << "scrolled past the first column";
+}
+
 TEST(FormPainterTest, ListViewShowsColumnsInDisplayOrderAndItsSelection) {
     Screen60 s;
     ListDialog form(s.host.screen(), s.log);
