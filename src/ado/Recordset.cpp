@@ -418,6 +418,8 @@ void Recordset::Open(std::string_view sql, const Connection &connection, int cur
         },
         sequence);
     rs.reset();
+    if (cursor->fields().empty())
+        return; // a statement that returns no rows has run; the recordset stays closed
     rs.sequence = sequence;
     rs.cursorType = cursorType;
     rs.lockType = lockType;

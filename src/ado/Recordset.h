@@ -38,6 +38,8 @@ public:
     /// Opens a statement on a connection. `cursorType` 0-3 (adOpen...),
     /// `lockType` 1-4 (adLock...); -1 takes the default (forward-only,
     /// read-only). Out of range raises 3001; an open recordset raises 3705.
+    /// A statement that returns no rows (an update) runs at once and the
+    /// recordset stays closed, as it did.
     void Open(std::string_view source, const Connection &connection,
               int cursorType = adOpenForwardOnly, int lockType = adLockReadOnly, int options = -1);
     /// Closes it; an edit in progress raises 3219 (Update or CancelUpdate first).

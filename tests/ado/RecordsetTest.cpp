@@ -281,6 +281,18 @@ TEST(RecordsetTest, RefusesWritesItCannotMake) {
     EXPECT_EQ(errorOf([&] { editing.Open("select 1", c, 5); }).number(), 3001);
 }
 
+TEST(RecordsetTest, StatementWithoutRowsRunsAtOnceAndStaysClosed) {
+    TempDatabase db;
+    auto c = db.connect();
+    c.Execute(std::string(items));
+    ado::Recordset rs;
+    rs.Open("update aItem set itemrate = 0 where ItemId = 1", c, ado::adOpenKeyset,
+            ado::adLockOptimistic);
+    EXPECT_EQ(rs.State(), ado::adStateClosed);
+    EXPECT_EQ(scalar(c, "select itemrate from aItem where ItemId = 1"), "0.0");
+    EXPECT_EQ(errorOf([&] { rs.Open("select 1; select 2", c); }).number(), -2147217900);
+}
+
 TEST(RecordsetTest, CopiesShareTheCursor) {
     TempDatabase db;
     auto c = db.connect();

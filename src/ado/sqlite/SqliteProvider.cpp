@@ -75,14 +75,18 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
     Translation t = translate(sql, catalog(), {updatable});
     log.translated = t.sql;
     log.rowsMeaning = "read";
+    if (t.statements != 1)
+        throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     Database::TimeLimit limit(*db_, timeout_);
     std::string_view rest = t.sql;
     auto statement = NativeStatement::prepareFirst(*db_, rest);
-    if (!statement)
-        throw statementError("The statement is empty: \"" + firstWords(sql) + "\"");
-    if (NativeStatement::prepareFirst(*db_, rest))
-        throw statementError("A recordset opens one statement, not several: \"" + firstWords(sql) +
-                             "\"");
+    if (statement->columnCount() == 0) {
+        // A statement that returns no rows runs at once; the recordset stays closed.
+        while (statement->step()) {
+        }
+        log.rows = changesRows(statement->sql()) ? static_cast<long>(db_->changes()) : 0;
+        log.rowsMeaning = "changed";
+    }
     return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
 }
 

@@ -138,6 +138,8 @@ private:
     void planDeleteInsert(Level &level);
     void planInsertValues(Level &level);
     void planSelectList(Level &level, Translation &result);
+    bool nameItem(Level &level, std::size_t a, std::size_t b);
+    void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
 
     std::string convertArguments(const Node &group, std::string_view function);
     std::string charindexArguments(const Node &group);
@@ -219,6 +221,9 @@ std::string Rewriter::emit(Level &level) {
             out += "<=";
         else
             out += n.token.text;
+        // SQL Server reads "1005AND" as a number and a word; SQLite wants the blank.
+        if (n.is(Kind::Number) && i + 1 < level.nodes.size() && level.nodes[i + 1].is(Kind::Word))
+            out += ' ';
         if (auto a = e.after.find(i); a != e.after.end())
             out += a->second;
     }
@@ -428,46 +433,58 @@ void Rewriter::planSelectList(Level &level, Translation &result) {
     if (level.has(begin + 1) && level.at(begin).isWord("top"))
         begin += 2;
     std::size_t end = begin;
-    int items = 0;
-    bool aggregate = false;
     while (level.has(end) && !(level.at(end).is(Kind::Word) &&
                                selectListEnds.count(lowerCase(level.at(end).token.text))))
         ++end;
+    bool aggregate = false;
     for (std::size_t a = begin; a < end;) {
         std::size_t b = a;
         while (b < end && !level.at(b).isSymbol(","))
             ++b;
         if (b == a)
             throw statementError("Incorrect syntax near ','.");
-        const Node &last = level.at(b - 1);
-        bool star = last.isSymbol("*");
-        bool column = !star && isName(level.at(a)) && nameChainEnd(level, a) == b - 1;
-        bool aliasLike = isName(last) || last.is(Kind::String);
-        bool aliased = b - a >= 2 && aliasLike &&
-                       (level.at(b - 2).isWord("as") || endsOperand(level.at(b - 2)));
-        for (std::size_t i = a; i + 1 < b; ++i)
-            if (level.at(i + 1).group && level.at(i).is(Kind::Word)) {
-                auto fn = lowerCase(level.at(i).token.text);
-                aggregate = aggregate || fn == "count" || fn == "sum" || fn == "min" ||
-                            fn == "max" || fn == "avg";
-            }
-        if (column)
-            level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
-        else if (!star && !aliased)
-            level.edits.after[level.sig[b - 1]] += " AS \"\"";
-        ++items;
+        aggregate = nameItem(level, a, b) || aggregate;
         a = b + 1;
     }
-    if (!level.has(end) || !level.at(end).isWord("from") || items == 0)
-        return;
+    if (end > begin && level.has(end) && level.at(end).isWord("from"))
+        planRowid(level, end, aggregate, result);
+}
+
+// Names one item of the select list (positions a to b - 1); true when it
+// calls an aggregate function.
+bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
+    const Node &last = level.at(b - 1);
+    bool star = last.isSymbol("*");
+    bool column = !star && isName(level.at(a)) && nameChainEnd(level, a) == b - 1;
+    bool aliasLike = isName(last) || last.is(Kind::String);
+    bool aliased =
+        b - a >= 2 && aliasLike && (level.at(b - 2).isWord("as") || endsOperand(level.at(b - 2)));
+    if (column)
+        level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
+    else if (!star && !aliased)
+        level.edits.after[level.sig[b - 1]] += " AS \"\"";
+    bool aggregate = false;
+    for (std::size_t i = a; i + 1 < b; ++i)
+        if (level.at(i + 1).group && level.at(i).is(Kind::Word)) {
+            auto fn = lowerCase(level.at(i).token.text);
+            aggregate = aggregate || fn == "count" || fn == "sum" || fn == "min" || fn == "max" ||
+                        fn == "avg";
+        }
+    return aggregate;
+}
+
+// A plain select of one table (no group, aggregate or distinct) that may
+// change rows reads that table's rowid too; `from` stands at position `from`.
+void Rewriter::planRowid(Level &level, std::size_t from, bool aggregate, Translation &result) {
     std::string alias;
-    result.baseTable = singleTable(level, end, &alias);
+    result.baseTable = singleTable(level, from, &alias);
     bool grouped = false;
-    for (std::size_t k = end; k < level.sig.size(); ++k)
+    for (std::size_t k = from; k < level.sig.size(); ++k)
         grouped = grouped || level.at(k).isWord("group");
     if (options_.addRowid && !result.baseTable.empty() && !grouped && !aggregate &&
         !level.at(1).isWord("distinct")) {
-        level.edits.after[level.sig[end - 1]] += ", " + quoteName(alias) + ".rowid AS \"sv_rowid\"";
+        level.edits.after[level.sig[from - 1]] +=
+            ", " + quoteName(alias) + ".rowid AS \"sv_rowid\"";
         result.rowidAdded = true;
     }
 }
