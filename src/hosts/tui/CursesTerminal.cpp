@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
 #include <poll.h>
@@ -50,6 +51,12 @@ void installHandlers() {
         sigemptyset(&action.sa_mask);
         sigaction(handledSignals[i], &action, &savedActions[i]);
     }
+}
+
+void closeWakePipe() {
+    ::close(wakeFds[0]);
+    ::close(wakeFds[1]);
+    wakeFds[0] = wakeFds[1] = -1;
 }
 
 void restoreHandlers() {
@@ -102,9 +109,18 @@ CursesTerminal::CursesTerminal() {
         throw vb::Error(vb::err::DeviceIOError, "tui", "cannot make the signal pipe");
     }
     useUtf8Characters();
-    // Installed before initscr, so that ncurses leaves these signals to us.
+    // Installed before ncurses starts, so that it leaves these signals to us.
     installHandlers();
-    initscr();
+    screen_ = newterm(nullptr, stdout, stdin);
+    if (!screen_) {
+        restoreHandlers();
+        closeWakePipe();
+        const char *term = std::getenv("TERM");
+        throw vb::Error(vb::err::DeviceIOError, "tui",
+                        std::string("the terminal type '") + (term ? term : "") +
+                            "' is not known to ncurses");
+    }
+    set_term(screen_);
     raw();
     noecho();
     nonl();
@@ -119,10 +135,9 @@ CursesTerminal::CursesTerminal() {
 CursesTerminal::~CursesTerminal() {
     curs_set(1);
     endwin();
+    delscreen(screen_);
     restoreHandlers();
-    ::close(wakeFds[0]);
-    ::close(wakeFds[1]);
-    wakeFds[0] = wakeFds[1] = -1;
+    closeWakePipe();
     stopSignal = 0;
     resized = 0;
 }

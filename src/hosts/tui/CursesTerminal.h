@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+struct screen; // ncurses' SCREEN
+
 namespace tui {
 
 /// Takes over the terminal for as long as it lives: raw mode (so Ctrl+C,
@@ -20,7 +22,8 @@ namespace tui {
 /// depend on the terminal description.
 class CursesTerminal : public Terminal {
 public:
-    /// Raises vb::Error when standard input or output is not a terminal.
+    /// Raises vb::Error when standard input or output is not a terminal, or
+    /// ncurses does not know the terminal's type.
     CursesTerminal();
     ~CursesTerminal() override;
     CursesTerminal(const CursesTerminal &) = delete;
@@ -34,6 +37,7 @@ private:
     short pairFor(int fg, int bg);
     void resize();
 
+    ::screen *screen_ = nullptr;
     std::map<std::pair<int, int>, short> pairs_;
     bool colors_ = false;
 };
