@@ -3,6 +3,7 @@
 #include "ado/sqlite/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/SqlTree.h"
+#include "ado/sqlite/ValueConversion.h"
 
 #include <map>
 #include <set>
@@ -137,6 +138,8 @@ private:
 
     void planDeleteInsert(Level &level);
     void planInsertValues(Level &level);
+    void planUpdateSet(Level &level);
+    void planWrittenLiteral(const Node *value, const ColumnType &type);
     void planSelectList(Level &level, Translation &result);
     bool nameItem(Level &level, std::size_t a, std::size_t b);
     void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
@@ -182,6 +185,7 @@ std::string Rewriter::statement(Nodes nodes, Translation &result) {
     ++result.statements;
     planDeleteInsert(level);
     planInsertValues(level);
+    planUpdateSet(level);
     planSelectList(level, result);
     planLevel(level);
     return emit(level);
@@ -411,13 +415,33 @@ void Rewriter::planInsertValues(Level &level) {
         if (!level.at(k).group)
             continue;
         auto parts = splitArguments(level.at(k).children);
-        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i) {
-            const Node *value = single(parts[i]);
-            if (value && value->is(Kind::String) &&
-                catalog_.columnType(table, columns[i]).kind == ColumnKind::Date)
-                dateStrings_.insert(value);
-        }
+        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i)
+            planWrittenLiteral(single(parts[i]), catalog_.columnType(table, columns[i]));
     }
+}
+
+// update T set c = '...', ...: the same rules as for inserted values.
+void Rewriter::planUpdateSet(Level &level) {
+    if (!level.at(0).isWord("update") || !level.has(1) || !isName(level.at(1)))
+        return;
+    std::size_t k = nameChainEnd(level, 1);
+    std::string table = level.at(k).token.name();
+    for (++k; level.has(k) && !level.at(k).isWord("where") && !level.at(k).isWord("from"); ++k)
+        if (level.at(k).isSymbol("=") && k > 0 && isName(level.at(k - 1)) && level.has(k + 1) &&
+            (!level.has(k + 2) || level.at(k + 2).isSymbol(",") || level.at(k + 2).isWord("where")))
+            planWrittenLiteral(&level.at(k + 1),
+                               catalog_.columnType(table, level.at(k - 1).token.name()));
+}
+
+// A string literal written into a column: a date column takes the stored
+// form; a numeric column refuses text that is no number, as SQL Server does.
+void Rewriter::planWrittenLiteral(const Node *value, const ColumnType &type) {
+    if (!value || !value->is(Kind::String))
+        return;
+    if (type.kind == ColumnKind::Date)
+        dateStrings_.insert(value);
+    else if (type.numeric())
+        toStored(vb::Variant(value->token.stringValue()), type);
 }
 
 // The names of the result columns are those the statement gives: a column
