@@ -46,6 +46,7 @@ public:
     ExpectFocusStep expectFocusStep();
     ExpectPointerStep expectPointerStep();
     ExpectFormStep expectFormStep(ExpectFormStep::State state);
+    ExpectOutputStep expectOutputStep(ExpectOutputStep::Kind kind);
 
     /// The values of one row of a block: split at tabs when the line has one,
     /// else at "|"; blanks around each value dropped; "" stands for an empty text.

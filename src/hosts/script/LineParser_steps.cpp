@@ -259,4 +259,19 @@ ExpectFormStep LineParser::expectFormStep(ExpectFormStep::State state) {
     return step;
 }
 
+ExpectOutputStep LineParser::expectOutputStep(ExpectOutputStep::Kind kind) {
+    ExpectOutputStep step;
+    step.kind = kind;
+    if (kind == ExpectOutputStep::Kind::Printer) {
+        step.port = word("a printer port");
+    }
+    step.file = value(kind == ExpectOutputStep::Kind::Report ? "the report file"
+                                                             : "the file of the expected text");
+    if (kind == ExpectOutputStep::Kind::Report && atKeyword("title")) {
+        step.title = value("the title");
+    }
+    end();
+    return step;
+}
+
 } // namespace script

@@ -79,6 +79,8 @@ private:
     void apply(const ExpectFormStep &step);
     void apply(const ExpectMsgBoxStep &step);
     void apply(const ExpectRowsStep &step);
+    void apply(const ExpectOutputStep &step);
+    void expectText(const std::string &what, const std::string &found, const std::string &file);
     void apply(const DumpStep &step);
 
     const Scenario &scenario_;

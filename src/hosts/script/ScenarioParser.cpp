@@ -156,6 +156,15 @@ Action Parser::expect(LineParser &line) {
     if (line.atKeyword("closed")) {
         return line.expectFormStep(ExpectFormStep::State::Closed);
     }
+    if (line.atKeyword("viewer")) {
+        return line.expectOutputStep(ExpectOutputStep::Kind::Viewer);
+    }
+    if (line.atKeyword("printed")) {
+        return line.expectOutputStep(ExpectOutputStep::Kind::Printer);
+    }
+    if (line.atKeyword("report")) {
+        return line.expectOutputStep(ExpectOutputStep::Kind::Report);
+    }
     ControlRef control = line.controlWithProperty();
     if (!line.property().empty()) {
         ExpectPropertyStep step{control, line.property(), line.value("the expected value")};

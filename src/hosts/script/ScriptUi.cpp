@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <utility>
 
 namespace script {
@@ -129,9 +130,25 @@ std::unique_ptr<std::ostream> ScriptUi::openPrinter(const std::string &port) {
     return std::make_unique<PortStream>(sink);
 }
 
-std::string ScriptUi::printed(const std::string &port) const {
+std::string ScriptUi::takePrinted(const std::string &port) {
     auto it = printers_.find(port);
-    return it == printers_.end() ? std::string() : it->second->str();
+    if (it == printers_.end()) {
+        return {};
+    }
+    std::string bytes = it->second->str();
+    it->second->str({});
+    return bytes;
+}
+
+void ScriptUi::showTextFile(const std::string &path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        throw Failure("the viewer cannot open the file it was given", "a readable file " + path,
+                      "none");
+    }
+    std::ostringstream text;
+    text << in.rdbuf();
+    textFiles_.push_back({path, text.str()});
 }
 
 } // namespace script

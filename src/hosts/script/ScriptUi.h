@@ -20,8 +20,8 @@ namespace script {
 /// after a dialog opens acts on that dialog. Message boxes take the answers
 /// the scenario queued; a box with no answer waiting, a popup menu nobody
 /// asked for and a loop that turns too often without taking a line raise
-/// script::Failure. Text files, printer output and report previews are kept
-/// for the caller to look at.
+/// script::Failure. Text files shown, printer output and report previews are
+/// kept until the scenario checks them.
 class ScriptUi : public forms::Ui {
 public:
     struct Box {
@@ -29,6 +29,10 @@ public:
         int buttons = 0;
         std::string title;
         int answer = 0;
+    };
+    struct ShownText {
+        std::string path;
+        std::string text;
     };
     struct QueuedAnswer {
         int answer = 0;
@@ -55,10 +59,13 @@ public:
     void setPopupChoice(std::optional<std::string> choice) { popupChoice_ = std::move(choice); }
     bool popupChoicePending() const { return popupChoice_.has_value(); }
 
-    const std::vector<std::string> &textFilesShown() const { return textFiles_; }
-    const std::vector<forms::ReportPreview> &reportsPreviewed() const { return reports_; }
-    /// What was written to a printer port.
-    std::string printed(const std::string &port) const;
+    /// Text files shown in the viewer and not yet checked, oldest first,
+    /// with their text as it was when shown (the file may be written again).
+    std::deque<ShownText> &uncheckedTextFiles() { return textFiles_; }
+    /// Report previews not yet checked, oldest first.
+    std::deque<forms::ReportPreview> &uncheckedReports() { return reports_; }
+    /// Takes what was written to a printer port since the last call.
+    std::string takePrinted(const std::string &port);
 
     void runModal(forms::Form &form) override;
     int msgBox(std::string_view prompt, int buttons, std::string_view title) override;
@@ -66,7 +73,7 @@ public:
     /// Queued keystrokes were run by the runtime; there is no screen to draw
     /// and nothing waits: the scenario's next line comes after the handler.
     void doEvents() override {}
-    void showTextFile(const std::string &path) override { textFiles_.push_back(path); }
+    void showTextFile(const std::string &path) override;
     std::unique_ptr<std::ostream> openPrinter(const std::string &port) override;
     void previewReport(const forms::ReportPreview &report) override { reports_.push_back(report); }
     /// The pointer is read when a scenario checks it (Screen::effectivePointer).
@@ -81,8 +88,8 @@ private:
     std::deque<QueuedAnswer> answers_;
     std::deque<Box> unchecked_;
     std::optional<std::string> popupChoice_;
-    std::vector<std::string> textFiles_;
-    std::vector<forms::ReportPreview> reports_;
+    std::deque<ShownText> textFiles_;
+    std::deque<forms::ReportPreview> reports_;
     std::map<std::string, std::shared_ptr<std::ostringstream>> printers_;
 };
 

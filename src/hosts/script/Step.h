@@ -148,14 +148,26 @@ struct ExpectRowsStep {
     Rows rows;
 };
 
+/// What the forms sent out of the program: a text file shown in the viewer or
+/// bytes sent to a printer port (compared with a file beside the scenario),
+/// or a report preview (its report file and title).
+struct ExpectOutputStep {
+    enum class Kind { Viewer, Printer, Report };
+    Kind kind = Kind::Viewer;
+    std::string port;                 // Printer
+    std::string file;                 // Viewer, Printer: the expected text; Report: the report file
+    std::optional<std::string> title; // Report
+};
+
 struct DumpStep {
     std::string form; // empty: the active form
 };
 
-using Action = std::variant<SetStep, DbStep, SqlStep, ShowStep, AnswerStep, PointerStep, TypeStep,
-                            PressStep, ChooseStep, CloseStep, ExpectPropertyStep, ExpectCellStep,
-                            ExpectControlRowsStep, ExpectFocusStep, ExpectPointerStep,
-                            ExpectFormStep, ExpectMsgBoxStep, ExpectRowsStep, DumpStep>;
+using Action =
+    std::variant<SetStep, DbStep, SqlStep, ShowStep, AnswerStep, PointerStep, TypeStep, PressStep,
+                 ChooseStep, CloseStep, ExpectPropertyStep, ExpectCellStep, ExpectControlRowsStep,
+                 ExpectFocusStep, ExpectPointerStep, ExpectFormStep, ExpectMsgBoxStep,
+                 ExpectRowsStep, ExpectOutputStep, DumpStep>;
 
 struct Step {
     int line = 0;

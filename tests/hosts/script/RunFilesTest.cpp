@@ -2,6 +2,8 @@
 
 #include "testforms/TestTargets.h"
 
+#include "module/records/DatabaseFile.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -53,11 +55,18 @@ TEST_F(RunFilesTest, BadScriptsWinAndOneFilePrintsNoCount) {
 }
 
 TEST_F(RunFilesTest, DatabasePathsStartAtTheScenariosFolder) {
-    std::string make = write("make.scn", "db empty\nexpect rows select 1\n1\n");
-    EXPECT_EQ(run({make}), 0) << err_.str();
-    std::string relative = write("relative.scn", "db none.db\n");
-    EXPECT_EQ(run({relative}), 1);
-    EXPECT_NE(err_.str().find("none.db"), std::string::npos) << err_.str();
+    records::createDatabaseFile(dir_ / "shop.db", {});
+    std::string relative =
+        write("relative.scn", "db shop.db\nsql insert into aUnit (UnitId, UnitCode, "
+                              "UnitName) values (1, 'P', 'PCS')\n");
+    std::string absolute =
+        write("absolute.scn", "set connection sqlite:" + (dir_ / "shop.db").string() +
+                                  "\nexpect rows select UnitName from aUnit\nPCS\n");
+    EXPECT_EQ(run({relative, absolute}), 0) << err_.str();
+
+    std::string missing = write("missing.scn", "db none.db\n");
+    EXPECT_EQ(run({missing}), 1);
+    EXPECT_NE(err_.str().find((dir_ / "none.db").string()), std::string::npos) << err_.str();
 }
 
 } // namespace

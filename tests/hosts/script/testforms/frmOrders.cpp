@@ -4,6 +4,7 @@
 #include "forms/Keys.h"
 #include "forms/MsgBox.h"
 #include "forms/Screen.h"
+#include "forms/Ui.h"
 
 #include "ado/Recordset.h"
 
@@ -12,7 +13,10 @@
 #include "vb/Error.h"
 #include "vb/Format.h"
 
+#include <filesystem>
+#include <fstream>
 #include <memory>
+#include <unistd.h>
 
 namespace script::test {
 
@@ -31,6 +35,8 @@ frmOrders::frmOrders(const ShowContext &context)
     cmdLine.setCaption("&Line");
     cmdDelete.setCaption("&Delete");
     cmdSave.setCaption("&Save");
+    cmdPrint.setCaption("&Print");
+    cmdReport.setCaption("&Report");
     cmdClose.setCaption("&Close");
     cmdClose.setCancel(true);
     mnuPopup.setVisible(false);
@@ -43,8 +49,13 @@ frmOrders::frmOrders(const ShowContext &context)
     cmdLine.onClick = [this] { cmdLine_Click(); };
     cmdDelete.onClick = [this] { cmdDelete_Click(); };
     cmdSave.onClick = [this] { cmdSave_Click(); };
+    cmdPrint.onClick = [this] { cmdPrint_Click(); };
+    cmdReport.onClick = [this] { cmdReport_Click(); };
     cmdClose.onClick = [this] { Unload(); };
     flxOrders.onDblClick = [this] { flxOrders_DblClick(); };
+    flxOrders.onMouseMove = [this](int, int, double, double) {
+        flxOrders.setToolTipText(flxOrders.TextMatrix(flxOrders.MouseRow(), flxOrders.MouseCol()));
+    };
     lvwLines.onMouseUp = [this](int Button, int, double, double) { lvwLines_MouseUp(Button); };
     mnuAdd.onClick = [this] { cmdLine_Click(); };
     mnuRemove.onClick = [this] { cmdDelete_Click(); };
@@ -139,6 +150,30 @@ void frmOrders::cmdSave_Click() {
         forms::MsgBox(screen(), "Could not save: " + e.description(), forms::vbCritical,
                       session_.messageTitle);
     }
+}
+
+void frmOrders::cmdPrint_Click() {
+    std::string slip = "ORDER\nCustomer: " + txtCustomer.Text() + "\n";
+    for (int i = 1; i <= lvwLines.ListItems().Count(); ++i) {
+        const forms::ListItem &line = lvwLines.ListItems()(i);
+        slip += line.Text() + " x " + line.SubItems(1) + "\n";
+    }
+    if (chkUrgent.Value() == forms::vbChecked) {
+        *screen().ui().openPrinter("LPT1") << slip;
+        return;
+    }
+    // One file per process: scenarios may run side by side.
+    std::filesystem::path file = std::filesystem::temp_directory_path() /
+                                 ("orders-slip-" + std::to_string(getpid()) + ".txt");
+    std::ofstream(file, std::ios::binary) << slip;
+    screen().ui().showTextFile(file.string());
+}
+
+void frmOrders::cmdReport_Click() {
+    screen().ui().previewReport({(session_.homeDir / "reports" / "orders.rpt").string(),
+                                 "Orders of " + txtCustomer.Text(),
+                                 {vb::Variant(session_.companyId)},
+                                 "{orders.customer} = '" + txtCustomer.Text() + "'"});
 }
 
 void frmOrders::flxOrders_DblClick() {

@@ -24,7 +24,10 @@ namespace script::test {
 /// An order: a customer, a kind, lines added through frmLine (button, popup
 /// menu or Ctrl+Enter), saved into the table `orders` of the scenario's
 /// database (which the scenario creates) and listed in a grid. Message boxes
-/// carry the session's message title; the session values show in lblSession.
+/// carry the session's message title; the session values show in lblSession;
+/// the grid's tool tip is the cell under the pointer. Print sends a slip to
+/// the printer port LPT1 when the order is urgent, else shows it in the
+/// viewer; Report previews reports/orders.rpt of the program folder.
 class frmOrders : public forms::Form {
 public:
     explicit frmOrders(const ShowContext &context);
@@ -41,6 +44,8 @@ public:
     forms::CommandButton cmdLine{*this, "cmdLine"};
     forms::CommandButton cmdDelete{*this, "cmdDelete"};
     forms::CommandButton cmdSave{*this, "cmdSave"};
+    forms::CommandButton cmdPrint{*this, "cmdPrint"};
+    forms::CommandButton cmdReport{*this, "cmdReport"};
     forms::CommandButton cmdClose{*this, "cmdClose"};
     forms::Menu mnuPopup{*this, "mnuPopup"};
     forms::Menu mnuAdd{mnuPopup, "mnuAdd"};
@@ -53,6 +58,8 @@ private:
     void cmdLine_Click();
     void cmdDelete_Click();
     void cmdSave_Click();
+    void cmdPrint_Click();
+    void cmdReport_Click();
     void flxOrders_DblClick();
     void lvwLines_MouseUp(int Button);
     void addLine(const std::string &item, const std::string &qty);
