@@ -21,6 +21,9 @@
 namespace BaseServices {
 class clsBaseData;
 } // namespace BaseServices
+namespace StockActivityTrail {
+class clsActivityTrail;
+} // namespace StockActivityTrail
 
 namespace tqsv2731 {
 
@@ -174,6 +177,10 @@ private:
     void headerRates(double &dblDepRate, double &dblConRate);
     /// Message box with the session's title.
     int message(const std::string &text, int style);
+    /// The form's data service and the module's audit trail; an object that
+    /// was never made fails as an unset object variable did (91).
+    BaseServices::clsBaseData &data() const;
+    StockActivityTrail::clsActivityTrail &auditTrail() const;
 
     Module &m_;
 };
