@@ -1,0 +1,135 @@
+// frmMaster: the register, the list of a godown's verification entries and its buttons.
+#pragma once
+
+#include "forms/ComboBox.h"
+#include "forms/CommandButton.h"
+#include "forms/FlexGrid.h"
+#include "forms/Form.h"
+#include "forms/Frame.h"
+#include "forms/Label.h"
+#include "forms/OptionButton.h"
+#include "forms/PictureBox.h"
+#include "forms/TextBox.h"
+#include "vb/Date.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace BaseServices {
+class clsBaseData;
+class clsBaseTools;
+} // namespace BaseServices
+
+namespace tqsv2731 {
+
+class Module;
+
+/// The register: the entries of the current godown dated after the floor
+/// date, in `flexMaster`, newest at the bottom and selected; sorting and a
+/// first-match search over its columns; the buttons New, Edit, Delete, Print
+/// and Close, switched by the user's function rights and again, on every
+/// move of the selection, by the state of the selected row.
+///
+/// Columns of `flexMaster` by position, which other forms read: 0 id
+/// (hidden), 1 number, 2 date, 3 verified by, 4 deleted ("Yes"/"No"),
+/// 5 remarks, 6 posted ("Yes"/"No").
+class frmMaster : public forms::Form {
+public:
+    explicit frmMaster(Module &m);
+
+    forms::FlexGrid flexMaster{*this, "flexMaster"};
+    forms::Frame fraBrowse{*this, "fraBrowse"};
+    forms::PictureBox Picture1{fraBrowse, "Picture1"};
+    forms::OptionButton optAscend{Picture1, "optAscend"};
+    forms::OptionButton optDescend{Picture1, "optDescend"};
+    forms::ComboBox cboColNames{fraBrowse, "cboColNames"};
+    forms::Label lblsearch{fraBrowse, "lblsearch"};
+    forms::ComboBox cboSearch{fraBrowse, "cboSearch"};
+    forms::TextBox txtsearch{fraBrowse, "txtsearch"};
+    forms::CommandButton cmdnew{*this, "cmdnew"};
+    forms::CommandButton CmdEdit{*this, "CmdEdit"};
+    forms::CommandButton CmdDelete{*this, "CmdDelete"};
+    forms::CommandButton cmdPreview{*this, "cmdPreview"};
+    forms::CommandButton CmdClose{*this, "CmdClose"};
+
+    /// The form's own data and tool services, made at each Form_Load.
+    std::shared_ptr<BaseServices::clsBaseData> objBaseData;
+    std::shared_ptr<BaseServices::clsBaseTools> objBaseTools;
+    /// The list's statement and table, as Form_Load built them.
+    std::string strListSql;
+    std::string strListTable;
+    /// True between BeginTrans and the end of a delete.
+    bool blnInTransaction = false;
+
+    // ---- loading and listing --------------------------------------------------
+
+    void Form_Load();
+    /// The closing date gate: the process date less the godown's back days,
+    /// or the godown's close date when that is later. A failure gives the
+    /// zero date, which lists every entry.
+    vb::Date fnPopulateDate();
+    /// Fills the grid from a statement, one cell at a time, then colours the
+    /// deleted rows, names the columns and selects the whole last row.
+    /// `strSpare` is kept and never read, as it was.
+    void GridPopulate(std::string_view strSql, std::string_view strTable,
+                      std::string_view strSpare);
+    /// Deleted rows ("Yes" in column 4) in red; the caller restores the selection.
+    void GridColor();
+    /// Headers and the two column lists from `atablecolumns`, widths from the
+    /// longest texts (`lengths` by column, raised for the headers), the spare
+    /// width shared out, then the user's saved profile over all of it.
+    void NameGrid(std::string_view strTable, std::vector<double> &lengths);
+
+    // ---- rights and the button gate --------------------------------------------
+
+    /// Reads the user's rights for this interface and company and switches
+    /// New, Edit and Delete; with no rights row the buttons stay as they are.
+    void USerRights();
+    /// True when the rights text holds the letter, but never for the rights
+    /// text "ADMIN". Trims and upper-cases both its argument (which the
+    /// caller sees) and the session's rights text. A failure gives false.
+    bool fnUSerRights(std::string &strFunction);
+    void Form_Activate();
+    void flexMaster_RowColChange();
+    void flexMaster_SelChange();
+
+    // ---- sorting and searching --------------------------------------------------
+
+    void cboColNames_Click();
+    void optAscend_Click();
+    void optDescend_Click();
+    void txtsearch_KeyUp(int &KeyCode, int Shift);
+    /// First-match search on the chosen column, which it sorts first.
+    void searchtheword();
+
+    // ---- keys and mouse ---------------------------------------------------------
+
+    void Form_KeyPress(int &KeyAscii);
+    void flexMaster_DblClick();
+    void flexMaster_KeyPress(int &KeyAscii);
+    void flexMaster_KeyDown(int &KeyCode, int Shift);
+    void flexMaster_MouseMove(int Button, int Shift, double X, double Y);
+    void CmdClose_Click();
+
+private:
+    /// Form_Load's services: data, tools, and the audit trail opened.
+    void createServices();
+    /// Form_Load's reads of the package switches and the alias texts.
+    void readPackageSettings();
+    /// The list statement of the interface, from the floor date and the table.
+    std::string listStatement() const;
+    /// The gate that Form_Activate and flexMaster_RowColChange share: Edit,
+    /// Delete and Print by the selected row and the rights.
+    void applyButtonGate();
+    bool hasRight(std::string letter) { return fnUSerRights(letter); }
+    /// NameGrid's last widening: the grid's unused width shared out over the shown columns.
+    void shareSpareWidth();
+    void layOut();
+    void bindEvents();
+
+    Module &m_;
+};
+
+} // namespace tqsv2731
