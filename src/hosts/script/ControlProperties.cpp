@@ -1,5 +1,7 @@
 #include "hosts/script/ControlProperties.h"
 
+#include "hosts/script/Text.h"
+
 #include "forms/CheckBox.h"
 #include "forms/ComboBox.h"
 #include "forms/CommandButton.h"
@@ -17,7 +19,6 @@
 #include "vb/DateFormat.h"
 
 #include <algorithm>
-#include <cctype>
 #include <functional>
 #include <map>
 
@@ -183,13 +184,6 @@ const std::vector<Property> &propertiesFor(ControlKind kind) {
         it = cache.emplace(kind, propertiesOf(kind)).first;
     }
     return it->second;
-}
-
-bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
 }
 
 } // namespace

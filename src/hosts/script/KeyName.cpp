@@ -1,5 +1,7 @@
 #include "hosts/script/KeyName.h"
 
+#include "hosts/script/Text.h"
+
 #include <array>
 #include <cctype>
 #include <string>
@@ -8,14 +10,6 @@
 namespace script {
 
 namespace {
-
-std::string lower(std::string_view s) {
-    std::string out(s);
-    for (char &c : out) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-    return out;
-}
 
 /// The key code of a key without modifiers; 0 for a name it does not know.
 int keyCode(const std::string &key) {
@@ -58,7 +52,7 @@ int keyCode(const std::string &key) {
 } // namespace
 
 std::optional<forms::KeyStroke> parseKeyName(std::string_view name) {
-    std::string rest = lower(name);
+    std::string rest = lowerCase(name);
     int shift = 0;
     static const std::array<std::pair<const char *, int>, 3> modifiers{{
         {"shift+", forms::vbShiftMask},

@@ -1,5 +1,7 @@
 #include "hosts/script/LineParser.h"
 
+#include "hosts/script/Text.h"
+
 #include "hosts/script/Failure.h"
 
 #include <cctype>
@@ -9,14 +11,6 @@
 namespace script {
 
 namespace {
-
-std::string lower(std::string_view s) {
-    std::string out(s);
-    for (char &c : out) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-    return out;
-}
 
 bool isName(std::string_view s) {
     if (s.empty() || std::isdigit(static_cast<unsigned char>(s.front()))) {
@@ -28,16 +22,6 @@ bool isName(std::string_view s) {
         }
     }
     return true;
-}
-
-std::string_view trimBlanks(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) {
-        s.remove_prefix(1);
-    }
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) {
-        s.remove_suffix(1);
-    }
-    return s;
 }
 
 } // namespace
@@ -61,11 +45,11 @@ std::string LineParser::keyword() {
     if (t.quoted) {
         fail("a command word was expected, not the text " + inQuotes(t.text));
     }
-    return lower(t.text);
+    return lowerCase(t.text);
 }
 
 bool LineParser::atKeyword(std::string_view word) {
-    if (atEnd() || tokens_[next_].quoted || lower(tokens_[next_].text) != word) {
+    if (atEnd() || tokens_[next_].quoted || lowerCase(tokens_[next_].text) != word) {
         return false;
     }
     ++next_;

@@ -1,5 +1,7 @@
 #include "hosts/script/Run.h"
 
+#include "hosts/script/Text.h"
+
 #include "hosts/script/Failure.h"
 #include "hosts/script/Token.h"
 
@@ -10,7 +12,6 @@
 #include "vb/Error.h"
 
 #include <algorithm>
-#include <cctype>
 #include <variant>
 
 namespace script {
@@ -21,13 +22,6 @@ namespace {
 /// still open. Not a vb::Error, so that no form's failure handler takes it.
 struct ScenarioEnded {};
 
-bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
-}
-
 } // namespace
 
 Run::Run(const Scenario &scenario, const RunnerOptions &options)
@@ -37,7 +31,9 @@ Run::Run(const Scenario &scenario, const RunnerOptions &options)
 }
 
 Run::~Run() {
-    vb::setClock(std::nullopt);
+    if (session_.clock) {
+        vb::setClock(std::nullopt);
+    }
 }
 
 void Run::execute() {
@@ -79,6 +75,12 @@ void Run::runStep(const Step &step) {
         Failure failure(step.source, "no error",
                         "error " + std::to_string(error.number()) + ": " + error.description() +
                             (error.source().empty() ? "" : " (" + error.source() + ")"));
+        failure.setLine(step.line);
+        throw failure;
+    } catch (const std::exception &fault) {
+        // Not a failure the forms could report (those are vb::Error): a fault
+        // of the program itself. The scenario fails on the line that met it.
+        Failure failure(step.source, "no error", std::string("fault: ") + fault.what());
         failure.setLine(step.line);
         throw failure;
     }

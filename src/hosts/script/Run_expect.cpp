@@ -1,5 +1,7 @@
 #include "hosts/script/Run.h"
 
+#include "hosts/script/Text.h"
+
 #include "hosts/script/ControlProperties.h"
 #include "hosts/script/Failure.h"
 #include "hosts/script/FormDump.h"
@@ -20,16 +22,6 @@
 namespace script {
 
 namespace {
-
-std::string_view trimBlanks(std::string_view s) {
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) {
-        s.remove_prefix(1);
-    }
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) {
-        s.remove_suffix(1);
-    }
-    return s;
-}
 
 std::string joined(const std::vector<std::string> &cells) {
     std::string line;

@@ -1,5 +1,7 @@
 #include "hosts/script/ScenarioParser.h"
 
+#include "hosts/script/Text.h"
+
 #include "hosts/script/Failure.h"
 #include "hosts/script/LineParser.h"
 #include "hosts/script/Token.h"
@@ -38,7 +40,7 @@ public:
         std::vector<Step> out;
         while (next_ < lines_.size()) {
             int number = static_cast<int>(++next_);
-            std::string_view text = trimmed(lines_[number - 1]);
+            std::string_view text = trimBlanks(lines_[number - 1]);
             if (text.empty() || text.front() == '#') {
                 continue;
             }
@@ -57,16 +59,6 @@ private:
     Action show(LineParser &line);
     /// The lines under a command, up to a blank line or the end of the file.
     Rows block();
-
-    static std::string_view trimmed(std::string_view s) {
-        while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) {
-            s.remove_prefix(1);
-        }
-        while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) {
-            s.remove_suffix(1);
-        }
-        return s;
-    }
 
     const std::vector<std::string> &targets_;
     std::vector<std::string> lines_;
@@ -189,11 +181,11 @@ Rows Parser::block() {
     Rows rows;
     while (next_ < lines_.size()) {
         std::string_view text = lines_[next_];
-        if (trimmed(text).empty()) {
+        if (trimBlanks(text).empty()) {
             break;
         }
         ++next_;
-        if (trimmed(text).front() == '#') {
+        if (trimBlanks(text).front() == '#') {
             continue;
         }
         rows.push_back(LineParser::blockCells(text));

@@ -1,5 +1,7 @@
 #include "hosts/script/ScriptUi.h"
 
+#include "hosts/script/Text.h"
+
 #include "hosts/script/Failure.h"
 #include "hosts/script/Token.h"
 
@@ -9,7 +11,6 @@
 #include "forms/MsgBox.h"
 
 #include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <utility>
 
@@ -44,13 +45,6 @@ std::string menuItems(const forms::Menu &menu) {
         }
     }
     return "popup menu " + menu.Name() + " (" + (items.empty() ? "no items" : items) + ")";
-}
-
-bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "ScenarioHarness.h"
 
+#include "vb/Clock.h"
+
 #include <gtest/gtest.h>
 
 namespace script::test {
@@ -109,6 +111,17 @@ click cmdClose
                                "expect lblSession.Caption \"company 0 user 0 godown 0 interface "
                                "0 date 2030-01-02\"\nclick cmdClose\n");
     EXPECT_EQ(defaultDate.outcome, Outcome::Passed) << defaultDate.report;
+}
+
+TEST(RunnerTest, ClockIsGivenBackOnlyWhenTheScenarioSetIt) {
+    Harness h;
+    const vb::Date fixed = vb::DateSerial(2001, 2, 3);
+    vb::setClock(fixed);
+    EXPECT_EQ(h.run("db empty\n").outcome, Outcome::Passed);
+    EXPECT_EQ(vb::Now(), fixed);
+    EXPECT_EQ(h.run("set clock 2026-11-22\n").outcome, Outcome::Passed);
+    EXPECT_NE(vb::Now(), fixed);
+    EXPECT_NE(vb::Now(), vb::DateSerial(2026, 11, 22));
 }
 
 TEST(RunnerTest, DumpWritesTheFormsControls) {
