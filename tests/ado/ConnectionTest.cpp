@@ -161,12 +161,29 @@ TEST(ConnectionTest, TwoUsersOnOneFileWaitForEachOther) {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         first.CommitTrans();
     });
-    // Its own save waits at BeginTrans until the first has committed.
+    // Its own write waits until the first has committed, then goes on.
     second.BeginTrans();
-    finisher.join();
     second.Execute("insert into aItem (ItemId) values (2)");
+    finisher.join();
     second.CommitTrans();
     EXPECT_EQ(scalar(first, "select count(*) from aItem"), "2");
+}
+
+TEST(ConnectionTest, ATransactionThatOnlyReadsHoldsNoLock) {
+    TempDatabase db;
+    auto waiting = db.connect();
+    auto other = db.connect();
+    // A delete asks the user while its transaction is open; it has only read.
+    waiting.BeginTrans();
+    EXPECT_EQ(waiting.Execute("select count(*) from aItem").Fields(0).Value(), vb::Variant(0));
+    other.BeginTrans();
+    other.Execute("insert into aItem (ItemId) values (1)");
+    other.CommitTrans(); // did not wait for the first user
+    // The first user's write then sees what is committed, as read committed does.
+    waiting.Execute("insert into aItem (ItemId) values (2)");
+    EXPECT_EQ(waiting.Execute("select count(*) from aItem").Fields(0).Value(), vb::Variant(2));
+    waiting.RollbackTrans();
+    EXPECT_EQ(scalar(other, "select group_concat(ItemId) from aItem"), "1");
 }
 
 TEST(ConnectionTest, CommandTimeoutStopsALongStatement) {

@@ -72,6 +72,30 @@ bool Database::autocommit() const {
 // Called every so many steps of a running statement. The deadline starts at
 // the first call, so that a statement too short to reach it (a row of a save)
 // never reads the clock; the few steps before count as nothing.
+void Database::beginTransaction() {
+    wanted_ = true;
+}
+
+void Database::beforeWrite() {
+    if (!wanted_ || !autocommit())
+        return;
+    if (sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw lastError("BEGIN IMMEDIATE");
+}
+
+void Database::commitTransaction() {
+    if (!autocommit() && sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw lastError("COMMIT"); // the transaction stays open, to be rolled back
+    wanted_ = false;
+}
+
+void Database::rollbackTransaction() {
+    wanted_ = false;
+    // A failure the engine could not contain may have ended the transaction already.
+    if (!autocommit() && sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw lastError("ROLLBACK");
+}
+
 int Database::progress(void *self) {
     auto *db = static_cast<Database *>(self);
     if (db->limitSeconds_ <= 0)

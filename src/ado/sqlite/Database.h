@@ -41,8 +41,22 @@ public:
     /// Rows changed since the database was opened.
     std::int64_t totalChanges() const;
     std::int64_t lastInsertRowid() const;
-    /// False while a transaction is open.
+    /// False while a transaction is open in the engine.
     bool autocommit() const;
+
+    /// Transactions as SQL Server's read-committed ones behave: BeginTrans
+    /// only marks one as wanted; it starts (BEGIN IMMEDIATE, which waits up
+    /// to the busy timeout for another user's transaction to end) at the
+    /// first statement that writes. Reads before that see what is committed
+    /// and hold no lock, so a transaction that only reads (one open while a
+    /// dialog waits for the user) keeps no other user from saving.
+    void beginTransaction();
+    void commitTransaction();
+    void rollbackTransaction();
+    /// True from beginTransaction to commit or rollback.
+    bool transactionWanted() const { return wanted_; }
+    /// Called before a statement that writes: starts the wanted transaction.
+    void beforeWrite();
 
     /// While it lives, statements on the database stop with a timeout error
     /// after `seconds` (0 lets them run as long as they need).
@@ -62,6 +76,7 @@ private:
 
     sqlite3 *db_ = nullptr;
     std::string path_;
+    bool wanted_ = false;
     int limitSeconds_ = 0;
     bool deadlineSet_ = false;
     std::chrono::steady_clock::time_point deadline_;

@@ -138,6 +138,8 @@ std::string NativeStatement::parameterName(int index) const {
 }
 
 bool NativeStatement::step() {
+    if (!sqlite3_stmt_busy(stmt_) && !sqlite3_stmt_readonly(stmt_))
+        db_->beforeWrite();
     int rc = sqlite3_step(stmt_);
     if (rc == SQLITE_ROW)
         return true;

@@ -12,7 +12,7 @@ Connection createDatabase(std::string_view path) {
 
 void executeScript(const Connection &connection, std::string_view script) {
     Database &db = databaseOf(connection);
-    bool transactionBefore = !db.autocommit();
+    bool transactionBefore = !db.autocommit() || db.transactionWanted();
     try {
         while (auto statement = NativeStatement::prepareFirst(db, script)) {
             while (statement->step()) {

@@ -111,16 +111,6 @@ std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rows
     return nullptr;
 }
 
-void SqliteProvider::runNative(std::string_view sql) {
-    NativeStatement statement(*db_, sql);
-    while (statement.step()) {
-    }
-}
-
-} // namespace ado::sqlite
-
-namespace ado::sqlite {
-
 SqliteProvider::Prepared &SqliteProvider::prepared(const std::string &key, const std::string &sql,
                                                    std::string_view table,
                                                    const std::vector<ColumnValue> &values) {
@@ -242,20 +232,16 @@ long SqliteProvider::runProcedure(std::string_view name, const std::vector<vb::V
     return 0;
 }
 
-// BEGIN IMMEDIATE takes the write lock at once: a second user's save waits
-// (up to the busy timeout) at its BeginTrans instead of failing midway.
 void SqliteProvider::beginTransaction() {
-    runNative("BEGIN IMMEDIATE");
+    db_->beginTransaction();
 }
 
 void SqliteProvider::commitTransaction() {
-    runNative("COMMIT");
+    db_->commitTransaction();
 }
 
 void SqliteProvider::rollbackTransaction() {
-    // A failure the engine could not contain may have ended the transaction already.
-    if (!db_->autocommit())
-        runNative("ROLLBACK");
+    db_->rollbackTransaction();
 }
 
 } // namespace ado::sqlite

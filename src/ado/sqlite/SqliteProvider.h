@@ -54,7 +54,6 @@ private:
     Prepared &prepared(const std::string &key, const std::string &sql, std::string_view table,
                        const std::vector<ColumnValue> &values);
     void bindValues(Prepared &p, const std::vector<ColumnValue> &values);
-    void runNative(std::string_view sql);
 
     std::shared_ptr<Database> db_;
     Catalog catalog_;

@@ -133,6 +133,9 @@ long runProcedureBody(Database &db, std::string_view name,
     log.translated = d.body;
     auto values = argumentValues(d, arguments);
     auto before = db.totalChanges();
+    // The caller's transaction starts first: the savepoint nests in it and
+    // its release does not commit.
+    db.beforeWrite();
     native(db, "SAVEPOINT sv_procedure_call");
     try {
         runBody(db, d, values);
