@@ -1,0 +1,135 @@
+// stockverify run: opens the register of a godown in the terminal.
+#include "ado/Connection.h"
+#include "app/Command.h"
+#include "hosts/tui/CursesTerminal.h"
+#include "hosts/tui/SessionConfig.h"
+#include "hosts/tui/SessionEnded.h"
+#include "hosts/tui/TuiHost.h"
+#include "module/frame/clsStockVerification.h"
+#include "services/Context.h"
+#include "services/CreateObject.h"
+#include "vb/Clock.h"
+#include "vb/Error.h"
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+namespace {
+
+const char *usage =
+    "Usage: stockverify run --db PATH --company N --user N --godown N [OPTIONS]\n"
+    "\n"
+    "Opens the stock verification register of a godown in the terminal and\n"
+    "exits when it is closed. Every value can also come from a config file\n"
+    "(--config FILE, lines 'key = value'); options win over the file.\n"
+    "See docs/configuration.md.\n"
+    "\n"
+    "  --db PATH            the SQLite database file (stockverify init-db makes one)\n"
+    "  --connection TEXT    a connection string instead: sqlite:PATH or odbc:...\n"
+    "  --company N          company id\n"
+    "  --user N             user id\n"
+    "  --godown N           godown id\n"
+    "  --interface N        1005 Stock Verification (default), 1013 Total Stock Verification\n"
+    "  --date YYYY-MM-DD    the process date (default: today)\n"
+    "  --title TEXT         title of message boxes (default: Stock Verification)\n"
+    "  --home DIR           the program folder, where ShopSetting.txt and reports/ are\n"
+    "                       (default: the folder of the stockverify program)\n"
+    "  --trace-sql FILE     append every statement sent to the database to FILE\n"
+    "  --short-date PATTERN how dates show as text (default: dd/mm/yyyy)\n"
+    "  --printer PORT=PATH  the file or device a printer port (LPT1, ...) writes to\n"
+    "  --config FILE        read settings from FILE\n"
+    "\n"
+    "Keys: Tab and Shift+Tab move, Enter acts or moves on, Alt+letter presses\n"
+    "the underlined letter, F4 or Alt+Down opens a list, Shift+F10 or the Menu\n"
+    "key opens a list's menu, Ctrl+C leaves at once.\n";
+
+/// The program folder: --home, else the folder of the running program.
+std::filesystem::path programFolder(const tui::SessionConfig &config) {
+    if (!config.home.empty()) {
+        if (!std::filesystem::is_directory(config.home)) {
+            throw vb::Error(vb::err::PathNotFound, "stockverify run",
+                            "Path not found: --home " + config.home);
+        }
+        return std::filesystem::absolute(config.home);
+    }
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+ado::Connection openDatabase(const tui::SessionConfig &config) {
+    // run opens what exists; making a database is init-db's work.
+    std::string path = config.sqlitePath();
+    if (!path.empty() && !std::filesystem::is_regular_file(path)) {
+        throw vb::Error(vb::err::FileNotFound, "stockverify run",
+                        "File not found: the database " + path + " (stockverify init-db " + path +
+                            " --demo makes one)");
+    }
+    ado::Connection connection;
+    connection.Open(config.connection);
+    if (!config.traceSql.empty()) {
+        connection.traceSql(config.traceSql);
+    }
+    return connection;
+}
+
+void runSession(const tui::SessionConfig &config) {
+    programFolder(config);
+    vb::setShortDateFormat(config.shortDate);
+    ado::Connection connection = openDatabase(config);
+
+    // From here the terminal is the host's until the register closes; its
+    // destructor gives it back however this function is left.
+    tui::CursesTerminal terminal;
+    tui::HostSettings settings;
+    settings.printers = config.printers;
+    tui::TuiHost host(terminal, settings);
+    host.screen().setAppTitle(config.title);
+
+    services::Context context(host.screen());
+    context.connection = connection;
+    context.companyId = config.companyId;
+    tqsv2731::registerClsStockVerification();
+    auto module = services::CreateObject<tqsv2731::clsStockVerification>(
+        tqsv2731::clsStockVerification::CreationName, context);
+    module->adocon = connection;
+    module->strMsgboxCaption = config.title;
+    module->intCompanyID = config.companyId;
+    module->intUserID = config.userId;
+    module->dtProcessDate = config.processDate.value_or(vb::Today());
+    module->intInterfaceID = config.interfaceId;
+    module->intGodownID = config.godownId;
+    module->Show();
+}
+
+int run(std::span<const std::string> args) {
+    tui::SessionConfig config;
+    try {
+        config = tui::parseRunOptions(args);
+    } catch (const vb::Error &e) {
+        std::cerr << "stockverify run: " << e.description() << "\n\n" << usage;
+        return 2;
+    }
+    // Each failure is reported after runSession has given the terminal back.
+    try {
+        runSession(config);
+    } catch (const tui::SessionEnded &e) {
+        std::cerr << "stockverify run: " << e.what() << "\n";
+        return e.exitCode();
+    } catch (const vb::Error &e) {
+        std::cerr << "stockverify run: " << e.description() << " (error " << e.number() << ")\n";
+        return 1;
+    } catch (const std::exception &e) {
+        std::cerr << "stockverify run: " << e.what() << "\n";
+        return 1;
+    }
+    return 0;
+}
+
+const app::Registration registration{{
+    "run",
+    "open the register of a godown in the terminal",
+    usage,
+    run,
+}};
+
+} // namespace
