@@ -88,6 +88,7 @@ void frmMaster::bindEvents() {
              &cboColNames, &cboSearch, &optAscend, &optDescend, &txtsearch}) {
         c->onKeyPress = [this](int &KeyAscii) { EnterAsTab(m_, KeyAscii); };
     }
+    cmdnew.onClick = [this] { cmdnew_Click(); };
     CmdClose.onClick = [this] { CmdClose_Click(); };
 }
 

@@ -113,6 +113,12 @@ public:
     void flexMaster_MouseMove(int Button, int Shift, double X, double Y);
     void CmdClose_Click();
 
+    // ---- commands on the entries ---------------------------------------------
+
+    /// New: opens the entry form for a new entry of the process date and
+    /// refreshes the buttons when it closes.
+    void cmdnew_Click();
+
 private:
     /// Form_Load's services: data, tools, and the audit trail opened.
     void createServices();
