@@ -1,6 +1,9 @@
 // stockverify script: runs scenario files against the show targets this program has.
 #include "app/Command.h"
 #include "hosts/script/Runner.h"
+#include "module/frame/clsStockVerification.h"
+#include "services/Context.h"
+#include "services/CreateObject.h"
 
 #include <filesystem>
 #include <iostream>
@@ -25,11 +28,32 @@ const char *usage =
     "  --home DIR   the program folder of the session (ShopSetting.txt, reports/);\n"
     "               default: the folder of this program\n"
     "\n"
-    "Show targets: none in this build. The register (\"show register\") comes with\n"
-    "the module.\n";
+    "Show targets: \"register\", the stock verification register of the module,\n"
+    "shown with the session values the scenario set.\n";
+
+/// The register, shown as a host shows the module: the public class filled
+/// in with the session values. Its fault desk keeps its log in the
+/// scenario's scratch folder, so that a scenario leaves nothing behind.
+void showRegister(const script::ShowContext &show) {
+    services::Context context(show.screen, show.scratchDir);
+    context.connection = show.connection;
+    context.companyId = show.session.companyId;
+    tqsv2731::registerClsStockVerification();
+    auto module = services::CreateObject<tqsv2731::clsStockVerification>(
+        tqsv2731::clsStockVerification::CreationName, context);
+    module->adocon = show.connection;
+    module->strMsgboxCaption = show.session.messageTitle;
+    module->intCompanyID = show.session.companyId;
+    module->intUserID = show.session.userId;
+    module->dtProcessDate = show.session.processDate;
+    module->intInterfaceID = show.session.interfaceId;
+    module->intGodownID = show.session.godownId;
+    module->Show();
+}
 
 int run(std::span<const std::string> args) {
     script::RunnerOptions options;
+    options.targets = {{"register", showRegister}};
     std::vector<std::string> files;
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--home" && i + 1 < args.size()) {

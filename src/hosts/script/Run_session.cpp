@@ -95,7 +95,12 @@ void Run::apply(const ShowStep &step) {
     if (!processDateSet_) {
         session.processDate = vb::Today();
     }
-    const ShowContext context{session, connection_, screen_};
+    // Message boxes that name no title carry the application's, which a host
+    // sets from the session's title.
+    if (!session.messageTitle.empty()) {
+        screen_.setAppTitle(session.messageTitle);
+    }
+    const ShowContext context{session, connection_, screen_, scratch_.folder()};
     options_.targets.at(step.target)(context);
 }
 

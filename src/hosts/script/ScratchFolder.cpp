@@ -12,13 +12,13 @@ namespace script {
 
 ScratchFolder::~ScratchFolder() {
     if (!folder_.empty()) {
-        std::error_code
-            ignored; // a folder left behind in /tmp must not hide the scenario's outcome
+        // A folder left behind in /tmp must not hide the scenario's outcome.
+        std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
     }
 }
 
-std::filesystem::path ScratchFolder::newPath(std::string_view stem, std::string_view extension) {
+const std::filesystem::path &ScratchFolder::folder() {
     if (folder_.empty()) {
         std::string pattern =
             (std::filesystem::temp_directory_path() / "stockverify-scenario-XXXXXX").string();
@@ -29,7 +29,11 @@ std::filesystem::path ScratchFolder::newPath(std::string_view stem, std::string_
         }
         folder_ = pattern;
     }
-    return folder_ / (std::string(stem) + "-" + std::to_string(++made_) + std::string(extension));
+    return folder_;
+}
+
+std::filesystem::path ScratchFolder::newPath(std::string_view stem, std::string_view extension) {
+    return folder() / (std::string(stem) + "-" + std::to_string(++made_) + std::string(extension));
 }
 
 } // namespace script

@@ -16,6 +16,8 @@ public:
     ScratchFolder(const ScratchFolder &) = delete;
     ScratchFolder &operator=(const ScratchFolder &) = delete;
 
+    /// The folder, made now if it is not yet.
+    const std::filesystem::path &folder();
     /// A path in the folder that no earlier call gave: "<stem>-<n><extension>".
     std::filesystem::path newPath(std::string_view stem, std::string_view extension);
 

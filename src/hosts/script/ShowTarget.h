@@ -5,6 +5,7 @@
 
 #include "ado/Connection.h"
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
@@ -16,13 +17,16 @@ class Screen;
 namespace script {
 
 /// What a show target gets: the session values, the scenario's open
-/// connection (empty when the scenario opened none) and the screen whose Ui
-/// is the runner. The same connection serves the scenario's `sql` and
-/// `expect rows`, so they see what the shown forms wrote, transaction or not.
+/// connection (empty when the scenario opened none), the screen whose Ui is
+/// the runner, and the scenario's own scratch folder (for the state files of
+/// what it shows, such as the fault desk's log; removed when the scenario
+/// ends). The same connection serves the scenario's `sql` and `expect rows`,
+/// so they see what the shown forms wrote, transaction or not.
 struct ShowContext {
     const Session &session;
     const ado::Connection &connection;
     forms::Screen &screen;
+    const std::filesystem::path &scratchDir;
 };
 
 /// Creates something and shows it modally on `context.screen`; returns when it
