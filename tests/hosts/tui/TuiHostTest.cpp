@@ -331,6 +331,24 @@ TEST(TuiHostTest, PrinterPortsAndReportsComeFromTheSettings) {
     }
 }
 
+TEST(TuiHostTest, DoEventsKeepsWaitingKeysForTheLoop) {
+    Session s;
+    EntryDialog form(s.host.screen(), s.log);
+    form.cmdOK.setDefault(false);
+    form.txtName.onKeyPress = [&](int &KeyAscii) {
+        if (KeyAscii == 13) {
+            forms::DoEvents(form.screen()); // a long action lets the screen breathe
+            s.log("after DoEvents " + form.txtName.Text());
+        }
+    };
+    s.terminal.type("ab\rcd");
+    s.terminal.type(ESC);
+    showModal(form);
+    EXPECT_TRUE(s.log.has("after DoEvents ab")) << "the keys after Enter wait their turn";
+    EXPECT_EQ(form.txtName.Text(), "abcd");
+    EXPECT_EQ(s.host.framesDrawn(), 0u);
+}
+
 TEST(TuiHostTest, BusyMarkShowsAtOnceUnlessKeysAreWaiting) {
     Session s;
     s.host.screen().setMousePointer(forms::vbHourglass);
