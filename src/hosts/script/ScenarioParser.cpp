@@ -56,6 +56,8 @@ public:
 private:
     Action command(LineParser &line);
     Action expect(LineParser &line);
+    /// `expect CONTROL.Property VALUE`, `expect CONTROL cell R C VALUE`, `expect CONTROL rows`.
+    Action expectOnControl(LineParser &line);
     Action show(LineParser &line);
     /// The lines under a command, up to a blank line or the end of the file.
     Rows block();
@@ -157,6 +159,10 @@ Action Parser::expect(LineParser &line) {
     if (line.atKeyword("report")) {
         return line.expectOutputStep(ExpectOutputStep::Kind::Report);
     }
+    return expectOnControl(line);
+}
+
+Action Parser::expectOnControl(LineParser &line) {
     ControlRef control = line.controlWithProperty();
     if (!line.property().empty()) {
         ExpectPropertyStep step{control, line.property(), line.value("the expected value")};
