@@ -16,7 +16,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <unistd.h>
 
 namespace script::test {
 
@@ -162,9 +161,7 @@ void frmOrders::cmdPrint_Click() {
         *screen().ui().openPrinter("LPT1") << slip;
         return;
     }
-    // One file per process: scenarios may run side by side.
-    std::filesystem::path file = std::filesystem::temp_directory_path() /
-                                 ("orders-slip-" + std::to_string(getpid()) + ".txt");
+    std::filesystem::path file = scratchDir_ / "orders-slip.txt";
     std::ofstream(file, std::ios::binary) << slip;
     screen().ui().showTextFile(file.string());
 }

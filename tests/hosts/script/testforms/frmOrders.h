@@ -19,6 +19,8 @@
 
 #include "ado/Connection.h"
 
+#include <filesystem>
+
 namespace script::test {
 
 /// An order: a customer, a kind, lines added through frmLine (button, popup
@@ -27,7 +29,8 @@ namespace script::test {
 /// carry the session's message title; the session values show in lblSession;
 /// the grid's tool tip is the cell under the pointer. Print sends a slip to
 /// the printer port LPT1 when the order is urgent, else shows it in the
-/// viewer; Report previews reports/orders.rpt of the program folder.
+/// viewer (from a file in the scenario's scratch folder); Report previews reports/orders.rpt of the
+/// program folder.
 class frmOrders : public forms::Form {
 public:
     explicit frmOrders(const ShowContext &context);
@@ -66,6 +69,7 @@ private:
 
     Session session_;
     ado::Connection connection_;
+    std::filesystem::path scratchDir_;
     forms::FormSlot<frmLine> frmLine_;
 };
 
