@@ -47,7 +47,9 @@ frmStockVerificationDetail::frmStockVerificationDetail(Module &m)
     cmdfetch.setToolTipText("To open Item Fetch interface. Shortcut: F3");
     Label1.setCaption("Avl Good Stock :");
     Label2.setCaption("Ver &Good Stock :");
-    fraBadStock.setCaption("Frame2");
+    // The frame only holds the bad stock pair, so that the total interface can
+    // hide it; its design caption ("Frame2") never showed.
+    fraBadStock.setCaption("");
     Label4.setCaption("Avl Bad Stock :");
     Label3.setCaption("Ver &Bad Stock :");
     // The book stock is shown, never typed.
@@ -76,33 +78,33 @@ void frmStockVerificationDetail::layOut() {
     // Twips for the terminal's cells of 120 by 240: the compact form is about
     // 70 cells wide and 15 high, the height ArrangeWindow gives it.
     Move(0, 2700, 8325, 3620);
-    lblscanbc.Move(120, 240, 1560, 240);
-    txtBarcode.Move(1680, 240, 2880, 285);
-    cmdfetch.Move(4680, 240, 480, 285);
-    Frame1.Move(5400, 0, 2760, 720);
-    Picture1.Move(60, 240, 2640, 240);
-    optAllItems.Move(0, 0, 1320, 240);
-    optGodownItems.Move(1320, 0, 1320, 240);
-    Label5.Move(120, 720, 1560, 240);
-    cboItem.Move(1680, 720, 6480, 315);
-    cboAllItems.Move(1680, 720, 6480, 315);
-    Label1.Move(120, 1200, 1560, 240);
-    txtAvailStock.Move(1680, 1200, 2280, 285);
-    Label2.Move(120, 1680, 1560, 240);
-    txtVerifiedStock.Move(1680, 1680, 2280, 285);
+    lblscanbc.Move(120, 240, 1920, 240);
+    txtBarcode.Move(2040, 240, 2400, 285);
+    cmdfetch.Move(4560, 240, 480, 285);
+    Frame1.Move(6120, 0, 2040, 960);
+    Picture1.Move(120, 240, 1800, 480);
+    optAllItems.Move(0, 0, 1800, 240);
+    optGodownItems.Move(0, 240, 1800, 240);
+    Label5.Move(120, 720, 1920, 240);
+    cboItem.Move(2040, 720, 3960, 315);
+    cboAllItems.Move(2040, 720, 3960, 315);
+    Label1.Move(120, 1200, 1920, 240);
+    txtAvailStock.Move(2040, 1200, 1800, 285);
+    Label2.Move(120, 1680, 1920, 240);
+    txtVerifiedStock.Move(2040, 1680, 1800, 285);
     fraBadStock.Move(4080, 960, 4080, 1200);
-    Label4.Move(120, 240, 1560, 240);
-    txtBadStock.Move(1680, 240, 2280, 285);
-    Label3.Move(120, 720, 1560, 240);
-    txtVerifiedBadStock.Move(1680, 720, 2280, 285);
+    Label4.Move(120, 240, 1800, 240);
+    txtBadStock.Move(1920, 240, 1920, 285);
+    Label3.Move(120, 720, 1800, 240);
+    txtVerifiedBadStock.Move(1920, 720, 1920, 285);
     Line1.setX1(120);
-    Line1.setY1(2280);
+    Line1.setY1(2160);
     Line1.setX2(8160);
-    Line1.setY2(2280);
+    Line1.setY2(2160);
     Line2.setX1(120);
-    Line2.setY1(2295);
+    Line2.setY1(2175);
     Line2.setX2(8160);
-    Line2.setY2(2295);
+    Line2.setY2(2175);
     fraButtons.Move(120, 2470, 8040, 720);
     cmdFirst.Move(120, 240, 600, 360);
     cmdPrev.Move(780, 240, 600, 360);
