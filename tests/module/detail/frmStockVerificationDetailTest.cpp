@@ -283,5 +283,20 @@ TEST(DetailKeysTest, TheVerifiedBoxesRefuseSignsAndUnderIntegersThePoint) {
     EXPECT_EQ(d.s.ui.boxes().back().title, "Stock Verification");
 }
 
+TEST(DetailFormTest, LoadingBeforeTheRegisterReportsTheMissingPalette) {
+    test::ModuleSession s;
+    // The entry form, which the detail form's load touches, fails the same way first.
+    s.ui.queueAnswer(forms::vbOK);
+    s.ui.queueAnswer(forms::vbOK);
+    frmStockVerificationDetail &f = s.m.frmStockVerificationDetail();
+    ASSERT_EQ(s.ui.boxes().size(), 2u);
+    EXPECT_EQ(s.ui.boxes()[1].prompt.rfind("Error 91 in Form_Load (frmStockVerificationDetail)", 0),
+              0u)
+        << s.ui.boxes()[1].prompt;
+    // The load stopped at the palette: the steps after it did not run.
+    EXPECT_TRUE(f.cboAllItems.Visible());
+    EXPECT_TRUE(f.Loaded());
+}
+
 } // namespace
 } // namespace tqsv2731
