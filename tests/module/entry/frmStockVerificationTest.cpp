@@ -3,7 +3,6 @@
 #include "forms/Input.h"
 #include "forms/MsgBox.h"
 #include "module/frame/Module.h"
-#include "module/register/frmMaster.h"
 
 #include <gtest/gtest.h>
 
@@ -62,17 +61,6 @@ TEST(EntryLoadTest, TotalInterfaceHidesTheBadStockUnlessTheLayoutTableShowsIt) {
     EXPECT_EQ(f.lvwRequest.ColumnHeaders()(7).Width(), 0);
     EXPECT_EQ(f.lvwRequest.ColumnHeaders()(8).Width(), 0);
     EXPECT_EQ(f.lvwRequest.ColumnHeaders()(4).Width(), 10760);
-}
-
-TEST(EntryLoadTest, SecondGodownListsBothCurrenciesAndAnEditKeepsDoneByEmpty) {
-    test::SessionValues second;
-    second.godown = 2;
-    test::ModuleSession s(second);
-    s.m.frmMaster();
-    s.m.strTransactionMode = "E";
-    EXPECT_EQ(s.m.frmStockVerification().txtVby.Text(), "");
-    EXPECT_EQ(s.m.strExchangeRates, "1:2:-1:0.92:");
-    EXPECT_EQ(s.m.lngDepartmentId, 2);
 }
 
 TEST(EntryLoadTest, AFailureEndsTheLoadWhereItStandsAndIsReported) {
@@ -200,32 +188,6 @@ TEST(EntryListTest, ClickingARowPutsItsFiguresInTheToolTips) {
     EXPECT_EQ(row.ListSubItems(5).ToolTipText(), "");
     EXPECT_EQ(row.ListSubItems(6).ToolTipText(), "2.000");
     EXPECT_EQ(row.ListSubItems(7).ToolTipText(), "abc");
-}
-
-} // namespace
-} // namespace tqsv2731
-
-namespace tqsv2731 {
-namespace {
-
-TEST(NewEntryTest, OpensAnEmptyEntryOfTheProcessDateInEitherInterface) {
-    for (std::int32_t interfaceId : {1005, 1013}) {
-        test::SessionValues values;
-        values.interfaceId = interfaceId;
-        test::ModuleSession s(values);
-        frmMaster &register_ = s.m.frmMaster();
-        s.m.strTransactionMode = "E";
-        std::string date;
-        s.ui.queueAction([&s, &date](forms::Input &in) {
-            date = s.m.frmStockVerification().txtdate.Text();
-            in.closeForm(*s.screen.ActiveForm());
-        });
-        register_.cmdnew_Click();
-        EXPECT_EQ(s.ui.modalForms(), std::vector<std::string>{"frmStockVerification"});
-        EXPECT_EQ(date, "22/11/2026");
-        EXPECT_EQ(s.m.strTransactionMode, "N");
-        EXPECT_EQ(register_.MousePointer(), forms::vbDefault);
-    }
 }
 
 } // namespace
