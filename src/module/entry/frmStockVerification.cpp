@@ -101,31 +101,30 @@ frmStockVerification::frmStockVerification(Module &m) : Form(m.screen(), FormNam
 }
 
 void frmStockVerification::layOut() {
-    // About 100 by 30 character cells of a terminal: 96 twips a column and
-    // 220 a row.
+    // The terminal draws 120 twips a column and 240 a row: 80 by 27 cells.
     Move(0, 0, 9600, 6600);
-    fraUser.Move(120, 0, 9360, 1080);
-    lblUser.Move(120, 240, 600, 240);
-    txtno.Move(720, 240, 1680, 285);
-    lblPassword.Move(2640, 240, 600, 240);
-    txtdate.Move(3240, 240, 1440, 285);
-    lblconfirmPwd.Move(4920, 240, 960, 240);
-    txtVby.Move(5880, 240, 3360, 285);
-    Label1.Move(120, 660, 960, 240);
-    txtRemarks.Move(1080, 660, 5760, 285);
-    chkConfirm.Move(7080, 660, 2160, 240);
-    lvwRequest.Move(120, 1140, 9360, 4140);
-    fraBrowse.Move(120, 5340, 7680, 960);
-    optAscend.Move(120, 240, 1440, 240);
-    optDescend.Move(120, 540, 1440, 240);
-    cboColNames.Move(1620, 300, 1740, 300);
-    lblsearch.Move(3420, 330, 1020, 240);
-    cboSearch.Move(4500, 300, 1560, 300);
-    txtsearch.Move(6120, 300, 1440, 285);
-    cmdOK.Move(7920, 5400, 1440, 360);
-    cmdCancel.Move(7920, 5880, 1440, 360);
-    flxLocations.Move(120, 1140, 4560, 1200);
-    flxexpiry.Move(4800, 1140, 4560, 1200);
+    fraUser.Move(120, 0, 9360, 960);
+    lblUser.Move(120, 240, 480, 240);
+    txtno.Move(600, 240, 1680, 240);
+    lblPassword.Move(2400, 240, 600, 240);
+    txtdate.Move(3000, 240, 1440, 240);
+    lblconfirmPwd.Move(4560, 240, 1080, 240);
+    txtVby.Move(5640, 240, 3600, 240);
+    Label1.Move(120, 480, 1080, 240);
+    txtRemarks.Move(1200, 480, 5520, 240);
+    chkConfirm.Move(6840, 480, 2400, 240);
+    lvwRequest.Move(120, 1200, 9360, 3840);
+    fraBrowse.Move(120, 5280, 7680, 960);
+    optAscend.Move(120, 240, 1680, 240);
+    optDescend.Move(120, 480, 1680, 240);
+    cboColNames.Move(1920, 240, 2040, 240);
+    lblsearch.Move(4080, 240, 1320, 240);
+    cboSearch.Move(5400, 240, 2160, 240);
+    txtsearch.Move(5400, 480, 2160, 240);
+    cmdOK.Move(7920, 5280, 1440, 360);
+    cmdCancel.Move(7920, 5760, 1440, 360);
+    flxLocations.Move(120, 1200, 4560, 1200);
+    flxexpiry.Move(4800, 1200, 4560, 1200);
 }
 
 void frmStockVerification::layOutList() {
@@ -272,7 +271,9 @@ void frmStockVerification::Form_QueryUnload(int &Cancel, int /*UnloadMode*/) {
         if (Tag().empty()) {
             return;
         }
-        if (m_.blnEntryChanged || auditTrail().DataChanged(*this)) {
+        // Both are asked, as the old Or asked both.
+        const bool blnDataChanged = auditTrail().DataChanged(*this);
+        if (m_.blnEntryChanged || blnDataChanged) {
             const int answer =
                 message("Save Changes?", forms::vbYesNoCancel + forms::vbInformation);
             if (answer == forms::vbCancel) {
