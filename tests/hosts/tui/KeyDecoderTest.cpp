@@ -71,12 +71,10 @@ TEST(KeyDecoderTest, EscapeSequencesOfNamedKeys) {
         {"\x1b[24~", keyStrokeFor(F1 + 11)},                // F12
         {"\x1b[29~", keyStrokeFor(keyApps)},                // the Menu key
         {"\x1b[1;3B", keyStrokeFor(forms::vbKeyDown, Alt)}, // Alt+Down
-        {"\x1b"
-         "f",
-         keyStrokeFor('F', Alt)},                  // Alt+F: no character
-        {"\x1b[13;5u", keyStrokeFor(13, Ctrl)},    // Ctrl+Enter, CSI u
-        {"\x1b[27;5;13~", keyStrokeFor(13, Ctrl)}, // Ctrl+Enter, modifyOtherKeys
-        {"\x1bOM", keyStrokeFor(13)},              // keypad Enter
+        {"\033f", keyStrokeFor('F', Alt)},                  // Alt+F: no character
+        {"\x1b[13;5u", keyStrokeFor(13, Ctrl)},             // Ctrl+Enter, CSI u
+        {"\x1b[27;5;13~", keyStrokeFor(13, Ctrl)},          // Ctrl+Enter, modifyOtherKeys
+        {"\x1bOM", keyStrokeFor(13)},                       // keypad Enter
     };
     for (const Case &c : cases) {
         EXPECT_EQ(show(KeyDecoder::decodeAll(c.bytes)), show({c.key}))

@@ -53,12 +53,11 @@ TEST(TuiHostTest, TabShiftTabAndEscapeMoveAndClose) {
 TEST(TuiHostTest, ShortcutKeysReachTheFormAsTheOldPlatformSentThem) {
     Session s;
     EntryDialog form(s.host.screen(), s.log);
-    s.terminal.type("\x04");    // Ctrl+D
-    s.terminal.type("\n");      // Ctrl+Enter
-    s.terminal.type("\x1bOR");  // F3
-    s.terminal.type("\x1b[3~"); // Delete
-    s.terminal.type("\x1b"
-                    "f");                          // Alt+F: the check box "Confirm &Finished"
+    s.terminal.type("\x04");                       // Ctrl+D
+    s.terminal.type("\n");                         // Ctrl+Enter
+    s.terminal.type("\x1bOR");                     // F3
+    s.terminal.type("\x1b[3~");                    // Delete
+    s.terminal.type("\033f");                      // Alt+F: the check box "Confirm &Finished"
     s.terminal.type("\x1b[6~\x1b[5~\x1b[H\x1b[F"); // Page Down, Page Up, Home, End
     s.terminal.type(ESC);
     showModal(form);
@@ -200,14 +199,10 @@ TEST(TuiHostTest, MessageBoxAnswers) {
         {ync, "\x1b[C\x1b[C\r", forms::vbYes}, // Right twice wraps round to Yes
         {ync, "\t ", forms::vbCancel},         // Tab, Space
         {ync, "c", forms::vbCancel},           // the first letter of Cancel
-        {ync,
-         "\x1b"
-         "y",
-         forms::vbYes},              // Alt+Y
-        {ync, ESC, forms::vbCancel}, // Escape: Cancel
+        {ync, "\033y", forms::vbYes},          // Alt+Y
+        {ync, ESC, forms::vbCancel},           // Escape: Cancel
         {forms::vbYesNo,
-         "\x1b"
-         "\x1b[C"
+         "\033\033[C"
          "\r",
          forms::vbNo}, // Escape cannot dismiss Yes/No
         {forms::vbOKOnly, ESC, forms::vbOK},

@@ -69,7 +69,25 @@ for caption in New Edit Delete Print Close; do
     screen | grep -qE "\[ +$caption +\]" || fail "no button $caption"
 done
 
+# A new entry: New, the detail form from the list (Ctrl+D, Ctrl+Enter), two
+# packing barcodes scanned in one burst (each counts one and is accepted at
+# once), the detail form closed, a remark, OK; the register shows the new row.
+keys M-n
+wait_for "Godown Stock Verification"
+wait_for "SlNo"
+keys C-d C-j
+wait_for "Scan Barcode"
+keys 8900000000111 Enter 8900000001019 Enter
+keys M-c
+wait_for "Basmati Rice 5 kg bag"
+wait_for "Cola 330 ml can"
+keys M-r "shelf recount"
+keys M-o
+wait_for "SVA6"
+row_of "SVA6" | grep -qF "22/11/2026" || fail "SVA6 is not dated on the process date"
+row_of "SVA6" | grep -qF "shelf recount" || fail "SVA6 has not the remark"
+
 # Close leaves the program, and the terminal with it.
 keys M-c
 wait_exit 0
-echo "register opened and closed"
+echo "register opened, an entry saved, closed"

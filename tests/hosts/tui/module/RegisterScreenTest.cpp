@@ -37,9 +37,9 @@ protected:
         std::filesystem::remove_all(dir_);
     }
 
-    /// Shows the register of godown 1, closes it with Alt+C, and returns the
-    /// first frame drawn (the canvas keeps the last one, before the close).
-    std::string firstRegisterFrame(int interfaceId) {
+    /// Shows the register of godown 1; the keys typed before are what the user
+    /// does once it is drawn.
+    void showRegister(int interfaceId) {
         services::Context context(host_.screen(), dir_ / "state");
         context.connection = connection_;
         context.companyId = 1;
@@ -51,9 +51,14 @@ protected:
         sv.intGodownID = 1;
         sv.intInterfaceID = interfaceId;
         sv.dtProcessDate = vb::DateSerial(2026, 11, 22);
-        terminal_.typeLater("\x1b"
-                            "c"); // Alt+C: Close
         sv.Show();
+    }
+
+    /// Shows the register, closes it with Alt+C, and returns the first frame
+    /// drawn (the canvas keeps the last one, before the close).
+    std::string firstRegisterFrame(int interfaceId) {
+        terminal_.typeLater("\033c");
+        showRegister(interfaceId);
         return terminal_.frames().at(0);
     }
 
@@ -120,6 +125,52 @@ TEST_F(DemoSession, RegisterOfTheDemoGodown) {
     EXPECT_EQ(styleOf("SVA3").fg, Color::Red) << "a deleted entry";
     EXPECT_EQ(styleOf("SVA5"), styles::selection) << "the newest entry, selected";
     EXPECT_EQ(styleOf("SVA4"), styles::plain);
+}
+
+TEST_F(DemoSession, NewEntryFormOverTheRegister) {
+    terminal_.typeLater("\033n"); // Alt+N: New
+    terminal_.typeLater("\033c"); // Alt+C: the entry form's Close
+    terminal_.typeLater("\033c"); // and the register's
+    showRegister(1005);
+    auto frames = terminal_.framesShowing("Godown Stock Verification");
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0], R"(
+
+         ┌ Godown Stock Verification ─────────────────────────────────────────────────────┐
+         │ ┌────────────────────────────────────────────────────────────────────────────┐ │
+         │ │No:                Date:  22/11/2026 Done by: RAHUL MEHTA                   │ │
+         │ │Remarks:                                                                    │ │
+         │ └────────────────────────────────────────────────────────────────────────────┘ │
+         │                                                                                │
+         │ SlNo │Item Code   │Item Description                       │Available GS│Verif│ │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │                                                                                │
+         │ ┌ Browse ──────────────────────────────────────────────────────┐ [    OK    ]  │
+         │ │(*) Ascending                  ▼ Search On:                  ▼│               │
+         │ │( ) Descending                                                │ [  Close   ]  │
+         │ └──────────────────────────────────────────────────────────────┘               │
+         │                                                                                │
+         │                                                                                │
+         └────────────────────────────────────────────────────────────────────────────────┘
+
+
+
+
+)");
 }
 
 } // namespace
