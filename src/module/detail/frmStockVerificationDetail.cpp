@@ -135,8 +135,9 @@ void frmStockVerificationDetail::layOutPanels() {
 void frmStockVerificationDetail::bindEvents() {
     onLoad = [this] { Form_Load(); };
     onActivate = [this] { Form_Activate(); };
-    onKeyDown = [this](int &KeyCode, int Shift) { Form_KeyDown(KeyCode, Shift); };
-    cmdfetch.onClick = [this] { cmdfetch_Click(); };
+    // The fetch button and F3 open FrmFetch, which comes with the fetch dialog
+    // of its own; until then neither is bound, so they do nothing rather than
+    // pretend to fetch.
     cmdCancel.onClick = [this] { cmdCancel_Click(); };
     cmdOK.onClick = [this] { cmdOK_Click(); };
     cmdFirst.onClick = [this] { cmdFirst_Click(); };
@@ -241,22 +242,6 @@ void frmStockVerificationDetail::Form_Activate() {
     } catch (const vb::Error &e) {
         TrackError(m_, FormName, "Form_Activate ", e);
     }
-}
-
-void frmStockVerificationDetail::Form_KeyDown(int &KeyCode, int /*Shift*/) {
-    try {
-        constexpr int vbKeyF3 = forms::vbKeyF1 + 2;
-        if (KeyCode == vbKeyF3 && cmdfetch.Enabled()) {
-            cmdfetch_Click();
-        }
-    } catch (const vb::Error &e) {
-        TrackError(m_, FormName, "Form_KeyDown", e);
-    }
-}
-
-void frmStockVerificationDetail::cmdfetch_Click() {
-    // TODO(fetch dialog): show FrmFetch modally with this form as owner, then
-    // give txtVerifiedStock the focus; the dialog is not part of the module yet.
 }
 
 void frmStockVerificationDetail::cmdCancel_Click() {

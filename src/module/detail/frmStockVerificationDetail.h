@@ -124,8 +124,6 @@ public:
     void Form_Load();
     void Form_Activate();
     /// F3 opens the fetch dialog while the fetch button is enabled.
-    void Form_KeyDown(int &KeyCode, int Shift);
-    void cmdfetch_Click();
     void cmdCancel_Click();
     /// Puts the row selected in `lvwRequest` on the screen, and turns the
     /// form into mode "E" for the rest of its life. The item's stock is read
