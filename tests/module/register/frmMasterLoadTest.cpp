@@ -75,23 +75,6 @@ TEST(frmMasterLoadTest, TotalInterfaceListsTotalEntriesWithItsOwnDateForm) {
                                           "= 1 and interfaceid = 1013 and companyid = 1");
 }
 
-TEST(frmMasterLoadTest, AnyOtherInterfaceIsServedAsTheTotalOne) {
-    ModuleSession s(interfaceValues(1020));
-    frmMaster &f = s.m.frmMaster();
-    EXPECT_EQ(f.Caption(), "Total Stock Verification");
-    EXPECT_NE(s.m.strRegisterSql.find("left(svhFutureVc, 1) = 't'"), std::string::npos);
-    EXPECT_EQ(f.flexMaster.TextMatrix(1, 1), "TSA1");
-    EXPECT_EQ(moduleStatements(s).back(), "select functionrights from louserrights where userid "
-                                          "= 1 and interfaceid = 1020 and companyid = 1");
-    // No rights row for that number: the three buttons keep their design state.
-    EXPECT_TRUE(f.cmdnew.Enabled());
-}
-
-TEST(frmMasterLoadTest, PlainInterfaceCaption) {
-    ModuleSession s;
-    EXPECT_EQ(s.m.frmMaster().Caption(), "Stock Verification");
-}
-
 TEST(frmMasterLoadTest, WithoutCloseDateTheFloorIsTheBackDays) {
     SessionValues v;
     v.godown = 2;
@@ -138,15 +121,6 @@ TEST(frmMasterLoadTest, FillsTheGridWithItsHeadersAndSelectsTheLastRow) {
         EXPECT_EQ(f.cboSearch.ItemData(i), i + 1);
     }
     EXPECT_EQ(f.cboSearch.List(1), "Date");
-}
-
-TEST(frmMasterLoadTest, DeletedRowsAreRed) {
-    ModuleSession s;
-    frmMaster &f = s.m.frmMaster();
-    for (int c = 0; c < 7; ++c) {
-        EXPECT_EQ(f.flexMaster.foreColorAt(2, c), 255u) << c;
-        EXPECT_NE(f.flexMaster.foreColorAt(3, c), 255u) << c;
-    }
 }
 
 TEST(frmMasterLoadTest, AFailingLoadStopsWhereItFailedAndTheFormStillOpens) {

@@ -48,21 +48,6 @@ TEST(frmMasterNameGridTest, TheUsersSavedProfileHasTheLastWord) {
     EXPECT_EQ(f.flexMaster.ColWidth(1), 1950);
 }
 
-TEST(frmMasterNameGridTest, FewerHeaderRowsThanColumnsLeaveTheRestBlankAndNarrow) {
-    ModuleSession s;
-    s.execute("delete from atablecolumns where columnheader in ('Remarks', 'Posted')");
-    frmMaster &f = s.m.frmMaster();
-    EXPECT_EQ(test::gridRows(f.flexMaster).at(0), "|Verification No|Date|Verified By|Deleted||");
-    EXPECT_EQ(f.cboColNames.ListCount(), 4);
-    EXPECT_EQ(f.cboSearch.ListCount(), 4);
-    // The remarks are long, but only columns with a header row are widened;
-    // the spare width then goes to every column alike.
-    const auto w = widths(f.flexMaster);
-    EXPECT_EQ(w[5], w[4]);
-    EXPECT_EQ(w[6], w[4]);
-    EXPECT_EQ(w[1] - w[4], 1950 - 960);
-}
-
 TEST(frmMasterNameGridTest, MoreHeaderRowsThanColumnsFailInNameGrid) {
     ModuleSession s;
     s.execute("insert into atablecolumns (tableid, columnorder, columnheader, columnname) values "
