@@ -21,7 +21,7 @@ namespace script::test {
 
 frmOrders::frmOrders(const ShowContext &context)
     : Form(context.screen, "frmOrders"), session_(context.session), connection_(context.connection),
-      frmLine_([this] {
+      scratchDir_(context.scratchDir), frmLine_([this] {
           return std::make_unique<frmLine>(
               screen(), session_.messageTitle,
               [this](const std::string &item, const std::string &qty) { addLine(item, qty); });
