@@ -18,6 +18,9 @@
 #include <memory>
 #include <string>
 
+namespace ado {
+class Recordset;
+} // namespace ado
 namespace BaseServices {
 class clsBaseData;
 } // namespace BaseServices
@@ -164,7 +167,30 @@ public:
     /// also left in `dblExchangeRate`. Called by nothing.
     double GetExchangeRate(std::int16_t &intFlag, double &dblExchangeRate);
 
+    // ---- location and expiry ledgers (frmStockVerification_ledgers.cpp) ------------
+    // Ready for a site that counts by location and expiry date; no command
+    // calls them, and the hidden grids they read stay empty on every live path.
+
+    /// Posts the counted locations of `flxLocations` after zeroing each listed
+    /// item's balance by location; in mode "E" the entry's old rows go first.
+    void SaveLocationDetails();
+    /// The same for the expiry dates of `flxexpiry`.
+    void SaveExpiryDetails();
+    /// Balancing rows that bring each listed item's balance by location to
+    /// zero, numbered on from the two counters.
+    void ReverseLocationStock(std::int16_t &intArrivalCount, std::int16_t &intIssueCount);
+    /// The same by expiry date.
+    void ReverseexpiryStock(std::int16_t &intArrivalCount, std::int16_t &intIssueCount);
+    /// The total count's location rows: written cancelled, with no reversal.
+    void SaveTotalStockLocationDetails();
+    /// The total count's expiry rows: written cancelled, with no reversal.
+    void SaveTotalStockExpiryDetails();
+
 private:
+    void postBalancingRow(const ado::Recordset &rsBalance, const std::string &arrivalTable,
+                          const std::string &issueTable, const std::string &keyColumn,
+                          const forms::FlexGrid &grid, int listRow, std::int32_t lngItemId,
+                          std::int16_t &intArrivalCount, std::int16_t &intIssueCount);
     void layOut();
     void layOutList();
     void bindEvents();
