@@ -52,7 +52,7 @@ void FlexGrid::initCells() {
     cells_.assign(static_cast<std::size_t>(rows_) * cols_, Cell{});
     colWidths_.assign(cols_, defaultColWidth);
     colAlignments_.assign(cols_, flexAlignGeneral);
-    rowHeights_.assign(rows_, defaultRowHeight);
+    rowHeights_.assign(rows_, newRowHeight());
 }
 
 FlexGrid::Cell &FlexGrid::cell(int row, int col) {
@@ -80,7 +80,7 @@ void FlexGrid::resize(int rows, int cols) {
         // Rows alone change as a grid is filled row by row: cells stay in place.
         cells_.resize(static_cast<std::size_t>(rows) * cols);
         rows_ = rows;
-        rowHeights_.resize(rows, defaultRowHeight);
+        rowHeights_.resize(rows, newRowHeight());
         return;
     }
     std::vector<Cell> next(static_cast<std::size_t>(rows) * cols);
@@ -94,7 +94,7 @@ void FlexGrid::resize(int rows, int cols) {
     cols_ = cols;
     colWidths_.resize(cols, defaultColWidth);
     colAlignments_.resize(cols, flexAlignGeneral);
-    rowHeights_.resize(rows, defaultRowHeight);
+    rowHeights_.resize(rows, newRowHeight());
 }
 
 void FlexGrid::setRows(int rows) {
@@ -254,6 +254,18 @@ void FlexGrid::setColWidth(int col, int twips) {
     colWidths_[col] = twips == -1 ? defaultColWidth : twips;
 }
 
+int FlexGrid::newRowHeight() const {
+    return std::max(defaultRowHeight, rowHeightMin_);
+}
+
+void FlexGrid::setRowHeightMin(int twips) {
+    if (twips < 0)
+        throw errors::invalidPropertyValue();
+    rowHeightMin_ = twips;
+    for (int &height : rowHeights_)
+        height = std::max(height, rowHeightMin_);
+}
+
 int FlexGrid::RowHeight(int row) const {
     checkRow(row);
     return rowHeights_[row];
@@ -264,7 +276,7 @@ void FlexGrid::setRowHeight(int row, int twips) {
     if (twips < -1) {
         throw errors::invalidPropertyValue();
     }
-    rowHeights_[row] = twips == -1 ? defaultRowHeight : twips;
+    rowHeights_[row] = std::max(twips == -1 ? defaultRowHeight : twips, rowHeightMin_);
 }
 
 int FlexGrid::ColAlignment(int col) const {
@@ -397,7 +409,7 @@ void FlexGrid::AddItem(std::string_view item, int index) {
     }
     cells_.insert(cells_.begin() + static_cast<std::ptrdiff_t>(at) * cols_,
                   std::make_move_iterator(row.begin()), std::make_move_iterator(row.end()));
-    rowHeights_.insert(rowHeights_.begin() + at, defaultRowHeight);
+    rowHeights_.insert(rowHeights_.begin() + at, newRowHeight());
     ++rows_;
     normalizeScroll();
 }

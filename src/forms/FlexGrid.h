@@ -99,6 +99,10 @@ public:
     /// Height of a row in twips (240 unless set; -1 sets it back to that).
     int RowHeight(int row) const;
     void setRowHeight(int row, int twips);
+    /// No row, present or added later, is lower than this (0 unless set);
+    /// rows lower than it grow to it. Below 0 raises 380.
+    int RowHeightMin() const { return rowHeightMin_; }
+    void setRowHeightMin(int twips);
     /// Alignment of a column's cells (flexAlign..., default flexAlignGeneral).
     int ColAlignment(int col) const;
     void setColAlignment(int col, int alignment);
@@ -220,6 +224,8 @@ private:
     std::vector<Cell> cells_; // row by row
     std::vector<int> colWidths_;
     std::vector<int> colAlignments_;
+    int rowHeightMin_ = 0;
+    int newRowHeight() const;
     std::vector<int> rowHeights_;
 };
 

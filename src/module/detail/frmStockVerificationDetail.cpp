@@ -160,6 +160,7 @@ void frmStockVerificationDetail::bindEvents() {
     txtBadStock.onMouseMove = [this](int Button, int Shift, double X, double Y) {
         txtBadStock_MouseMove(Button, Shift, X, Y);
     };
+    bindLocationGrid();
 }
 
 void frmStockVerificationDetail::bindKeys() {

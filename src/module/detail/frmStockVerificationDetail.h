@@ -213,7 +213,30 @@ public:
     void IsDuplicateExist(forms::FlexGrid &grid, std::int16_t intCol, std::int16_t &intRow,
                           bool &blnFound);
 
+    // ---- the location grid (frmStockVerificationDetail_locations.cpp) -------------
+    // Ready for the day the panel shows; nothing on a live path calls them.
+
+    /// Loads the item's balances by location, one row a location.
+    void FillLocationDetails(std::int32_t &lngItemId);
+    /// Removes the current row of a panel ("L"); the only row is emptied instead.
+    void DeleteSelectedRow(std::string &strFlex);
+    /// The sum of the grid's quantities.
+    void GetLocationAmount(double &dblTotal);
+    /// Copies the selected list row's locations from the entry form's hidden grid.
+    void RetrieveLocationList();
+    /// Stores the grid's rows in the entry form's hidden grid under `strKey`.
+    void UpdateLocationList(const std::string &strKey);
+    void flxLocations_Click();
+    void flxLocations_DblClick();
+    void flxLocations_KeyDown(int &KeyCode, int Shift);
+    void flxLocations_Scroll();
+    void txtLocationQuantity_GotFocus();
+    void txtLocationQuantity_KeyPress(int &KeyAscii);
+    void txtLocationQuantity_Change();
+    void txtLocationQuantity_KeyDown(int &KeyCode, int Shift);
+
 private:
+    void bindLocationGrid();
     void layOut();
     void layOutPanels();
     void bindEvents();

@@ -40,11 +40,9 @@ void frmStockVerificationDetail::InitializeFlex() {
         flxLocations.setTextMatrix(0, 2, "Quantity");
         flxLocations.setTextMatrix(1, 0, "1");
         flxLocations.setVisible(true);
-        // The grid keeps no minimum row height of its own: the rows there are
-        // get the height the editor needs.
-        for (int row = 0; row < flxLocations.Rows(); ++row) {
-            flxLocations.setRowHeight(row, 315);
-        }
+        // Rows are never lower than the editor that floats over them, those
+        // the load adds later included.
+        flxLocations.setRowHeightMin(315);
     } catch (const vb::Error &e) {
         TrackError(m_, FormName, "InitializeFlex", e);
     }
