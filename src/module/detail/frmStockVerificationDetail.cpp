@@ -161,6 +161,7 @@ void frmStockVerificationDetail::bindEvents() {
         txtBadStock_MouseMove(Button, Shift, X, Y);
     };
     bindLocationGrid();
+    bindExpiryGrid();
 }
 
 void frmStockVerificationDetail::bindKeys() {

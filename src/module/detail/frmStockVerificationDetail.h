@@ -235,8 +235,32 @@ public:
     void txtLocationQuantity_Change();
     void txtLocationQuantity_KeyDown(int &KeyCode, int Shift);
 
+    // ---- the expiry grid (frmStockVerificationDetail_expiry.cpp) -------------------
+    // Ready like the location grid; only RetrieveExpiryList runs live.
+
+    /// Adds the item's balances by expiry date to the grid, or one open row
+    /// dated with the process date when it has none.
+    void FillExpirydates(std::int32_t &lngItemId);
+    /// False, after a message, at the first date that is no date.
+    void ChkExpiryDate(bool &blnValid);
+    /// Checks the expiry split: quantities, and no date twice.
+    void ErrorInExpiryFlex(bool &blnError);
+    /// The sum of the grid's quantities.
+    void GetExpiryQty(double &dblTotal);
+    /// Stores the grid's rows in the entry form's hidden grid under the item.
+    void UpdateexpiryList(std::int32_t lngItemId);
+    void flxexpiry_Click();
+    void flxexpiry_DblClick();
+    void flxexpiry_KeyDown(int &KeyCode, int Shift);
+    void txtexpiryqty_KeyPress(int &KeyAscii);
+    void txtexpiryqty_Change();
+    void txtexpiryqty_KeyDown(int &KeyCode, int Shift);
+    void dtpExpiry_KeyDown(int &KeyCode, int Shift);
+
 private:
     void bindLocationGrid();
+    void bindExpiryGrid();
+    void leaveExpiryBackwards();
     void layOut();
     void layOutPanels();
     void bindEvents();

@@ -94,6 +94,20 @@ void frmStockVerificationDetail::DeleteSelectedRow(std::string &strFlex) {
             }
             flxLocations.setCol(0);
             flxLocations.setColSel(0);
+        } else if (strFlex == "E") {
+            flxexpiry.setCol(0);
+            flxexpiry.setColSel(flxexpiry.Cols() - 1);
+            if (flxexpiry.Row() == 1 && flxexpiry.Rows() == 2) {
+                flxexpiry.setTextMatrix(intExpiryRow, 1, "");
+                flxexpiry.setTextMatrix(intExpiryRow, 2, "");
+            } else {
+                flxexpiry.RemoveItem(intExpiryRow);
+            }
+            for (int i = 1; i <= flxexpiry.Rows() - 1; ++i) {
+                flxexpiry.setTextMatrix(i, 0, std::to_string(i));
+            }
+            flxexpiry.setCol(0);
+            flxexpiry.setColSel(0);
         }
     } catch (const vb::Error &e) {
         TrackError(m_, FormName, "DeleteSelectedRow", e);
