@@ -234,3 +234,22 @@ TEST_F(FlexGridTest, UserClicksAndArrowsMoveTheCellAndScroll) {
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(FlexGridTest, AMinimumRowHeightRaisesLowRowsAndHoldsForRowsAddedLater) {
+    grid.setRows(3);
+    grid.setRowHeight(1, 500);
+    grid.setRowHeightMin(315);
+    EXPECT_EQ(grid.RowHeight(0), 315);
+    EXPECT_EQ(grid.RowHeight(1), 500) << "a higher row keeps its height";
+    grid.AddItem("x");
+    grid.setRows(6);
+    EXPECT_EQ(grid.RowHeight(3), 315);
+    EXPECT_EQ(grid.RowHeight(5), 315);
+    grid.setRowHeight(2, 100);
+    EXPECT_EQ(grid.RowHeight(2), 315) << "no row goes below the minimum";
+    EXPECT_THROW(grid.setRowHeightMin(-1), vb::Error);
+}
+
+} // namespace
