@@ -32,6 +32,10 @@ TEST(DecimalTest, RoundingIsHalfAwayFromZero) {
     EXPECT_EQ(round3(-2.0005), -2.001);
     EXPECT_EQ(round3(2.0004999), 2.0);
     EXPECT_EQ(round3(0.0005), 0.001);
+    EXPECT_EQ(round3(1e-7), 0.0);
+    EXPECT_EQ(round3(123456789.0005), 123456789.001);
+    EXPECT_EQ(round3(-123456789.0004), -123456789.0);
+    EXPECT_EQ(ado::sqlite::toNumeric(0.123456789, 18, 8), 0.12345679);
     EXPECT_EQ(ado::sqlite::toNumeric(12.5, 5, 0), 13.0);
     EXPECT_EQ(ado::sqlite::toNumeric(-12.5, 5, 0), -13.0);
 }
@@ -55,6 +59,11 @@ TEST(DecimalTest, SumsAreExact) {
     EXPECT_EQ(sum.total().units, 0);
     EXPECT_EQ(sum.count(), 3);
     EXPECT_FALSE(sum.integers());
+    // Tiny values and long fractions are not taken for whole numbers.
+    ado::sqlite::DecimalSum small;
+    for (double v : {1e-7, 1.0000000001, 0.1234567})
+        small.add(v);
+    EXPECT_EQ(ado::sqlite::toDouble(small.total()), 1.1234568001);
     ado::sqlite::DecimalSum big;
     big.add(std::int64_t{9'000'000'000'000'000'000});
     for (int i = 0; i < 20; ++i)

@@ -2,6 +2,7 @@
 // tests/ado/data/refusals.cases.
 #include "TempDatabase.h"
 #include "ado/Connection.h"
+#include "ado/Recordset.h"
 #include "ado/sqlite/Script.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +84,26 @@ TEST(RefusalTest, EachCaseIsRefusedWithItsNumberAndTextAndRunsNothingOrRuns) {
         }
         c.RollbackTrans();
     }
+}
+
+TEST(RefusalTest, TextLongerThanItsColumnIsRefusedThroughARecordsetToo) {
+    TempDatabase db;
+    auto c = db.connect();
+    ado::Recordset rs;
+    rs.Open("select * from aItem", c, ado::adOpenKeyset, ado::adLockOptimistic);
+    rs.AddNew();
+    rs.Fields("ItemId") = 1;
+    rs.Fields("itemcode") = "12345678901234567890  "; // blanks past the end go quietly
+    rs.Update();
+    EXPECT_EQ(scalar(c, "select '[' || itemcode || ']' from aItem"), "[12345678901234567890]");
+    rs.AddNew();
+    rs.Fields("ItemId") = 2;
+    rs.Fields("itemcode") = "123456789012345678901";
+    auto e = adotest::errorOf([&] { rs.Update(); });
+    EXPECT_EQ(e.number(), -2147217833);
+    EXPECT_EQ(e.description().rfind("String or binary data would be truncated.", 0), 0u)
+        << e.description();
+    EXPECT_EQ(scalar(c, "select count(*) from aItem"), "1");
 }
 
 TEST(RefusalTest, TwentyThousandNestedParenthesesAreAClearErrorNotACrash) {

@@ -61,6 +61,10 @@ vb::Error conversionError(std::string description) {
     return make(errnum::Conversion, std::move(description));
 }
 
+vb::Error truncationError() {
+    return make(errnum::Truncation, "String or binary data would be truncated.");
+}
+
 vb::Error connectionError(std::string description) {
     return make(errnum::Unspecified, std::move(description));
 }

@@ -2,7 +2,11 @@
 
 #include "ado/sqlite/ErrorMapping.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <iterator>
+#include <optional>
 #include <cstdlib>
 #include <string>
 
@@ -39,6 +43,25 @@ __int128 scaledUp(__int128 value, int n) {
 
 __int128 magnitude(__int128 v) {
     return v < 0 ? -v : v;
+}
+
+constexpr double powersOf10[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+
+// value * 10^scale when it lies clearly off a half (and so rounds the same
+// whether seen as the double or as its decimal), for the common case of a
+// value with few places: no text is made. Nothing when it is too close to
+// call, or too large to hold every digit.
+std::optional<double> clearlyRounded(double value, int scale) {
+    if (scale < 0 || scale >= static_cast<int>(std::size(powersOf10)))
+        return std::nullopt;
+    double x = value * powersOf10[scale];
+    if (!(std::fabs(x) < 1e14))
+        return std::nullopt;
+    double fraction = std::fabs(x - std::trunc(x));
+    // The double's own error grows with its size; keep well clear of it.
+    if (std::fabs(fraction - 0.5) < 1e-6 + std::fabs(x) * 1e-14)
+        return std::nullopt;
+    return std::round(x); // half away from zero
 }
 
 } // namespace
@@ -101,6 +124,11 @@ double toDouble(const Decimal &value) {
 }
 
 double toNumeric(double value, int precision, int scale, bool money) {
+    if (auto units = clearlyRounded(value, scale)) {
+        if (std::fabs(*units) >= std::pow(10.0, precision))
+            throw overflow(money);
+        return *units / powersOf10[scale];
+    }
     Decimal d = rounded(decimalOf(value), scale);
     // The digits before the point: units at the column's scale, less its places.
     if (magnitude(d.units) >= power10(precision - scale + d.scale))
@@ -120,6 +148,12 @@ void DecimalSum::add(std::int64_t value) {
 
 void DecimalSum::add(double value) {
     fractions_ = true;
+    // A value of few places, as quantities and prices are, is read off at once.
+    for (int places = 0; places <= 4; ++places) {
+        double x = value * powersOf10[places];
+        if (std::fabs(x) < 1e14 && std::fabs(x - std::round(x)) < 1e-12 * std::max(1.0, std::fabs(x)))
+            return add(Decimal{static_cast<std::int64_t>(std::round(x)), places});
+    }
     add(decimalOf(value));
 }
 

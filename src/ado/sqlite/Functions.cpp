@@ -131,6 +131,28 @@ void svSubstring(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
     });
 }
 
+// The bytes of the currency sign that text starts with (UTF-8), 0 for none:
+// the signs SQL Server's money conversion takes, "$" and "£" and "€" among them.
+std::size_t currencySignLength(std::string_view s) {
+    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(s[i]); };
+    if (s.empty())
+        return 0;
+    if (s[0] == '$')
+        return 1;
+    char32_t c = 0;
+    std::size_t n = 0;
+    if ((byte(0) & 0xE0) == 0xC0 && s.size() >= 2)
+        c = ((byte(0) & 0x1Fu) << 6) | (byte(1) & 0x3Fu), n = 2;
+    else if ((byte(0) & 0xF0) == 0xE0 && s.size() >= 3)
+        c = ((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), n = 3;
+    else
+        return 0;
+    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F ||
+                c == 0x17DB || (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 ||
+                c == 0xFF04 || c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
+    return sign ? n : 0;
+}
+
 // SQL Server's isnumeric: blanks around, an optional currency sign and sign,
 // digits with thousands commas, one point, an exponent with e or d. A lone
 // sign, point or currency sign passes too, as it does there.
@@ -141,9 +163,7 @@ bool isNumericText(std::string_view s) {
         s.remove_suffix(1);
     if (s.empty())
         return false;
-    std::size_t i = 0;
-    if (s[i] == '$')
-        ++i;
+    std::size_t i = currencySignLength(s);
     if (i < s.size() && (s[i] == '+' || s[i] == '-'))
         ++i;
     std::size_t digits = 0;

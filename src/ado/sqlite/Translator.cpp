@@ -507,6 +507,8 @@ void Rewriter::planWrittenLiteral(const Node *value, const ColumnType &type) {
         dateStrings_.insert(value);
     else if (type.numeric())
         toStored(vb::Variant(value->token.stringValue()), type);
+    else if (type.kind == ColumnKind::Text)
+        fittedText(value->token.stringValue(), type);
 }
 
 // The names of the result columns are those the statement gives: a column

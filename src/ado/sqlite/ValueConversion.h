@@ -26,6 +26,11 @@ using StoredValue = std::variant<std::monostate, std::int64_t, double, std::stri
 /// Server's arithmetic overflow error (ExactDecimal.h).
 StoredValue toStored(const vb::Variant &value, const ColumnType &type);
 
+/// Text as a column of `type` with a length (varchar(20)) keeps it: longer
+/// text raises -2147217833 "String or binary data would be truncated.",
+/// except that blanks at its end past the length are dropped.
+std::string fittedText(std::string text, const ColumnType &type);
+
 /// A stored number as a column of `type` keeps it: rounded to the scale of
 /// a numeric or money column and checked against its precision; other
 /// values and types as they are.
