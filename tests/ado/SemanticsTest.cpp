@@ -49,6 +49,11 @@ TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
         first(c, "select count(*) from aItem a, aItem b where a.itemcode = upper(b.itemcode)"),
         "2");
     EXPECT_EQ(first(c, "select ItemId from aItem where itemcode <> 'ABC' order by ItemId"), "2");
+    // Beyond ASCII letters too: accented, Greek and Cyrillic capitals.
+    c.Execute("insert aItem (ItemId, itemcode) values (4, 'CAFÉ ŒUVRE ΣΩ ЖЁ')");
+    EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'café œuvre σω жё  '"), "4");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode = 'cafe œuvre σω жё'"), "0");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ ŒUVRE ΣΩ ЖЁЁ'"), "1");
 }
 
 TEST_F(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {

@@ -30,16 +30,53 @@ std::string_view trimmedRight(const void *data, int size) {
     return s;
 }
 
+// The next character of UTF-8 text at i (moving i past it), folded to lower
+// case: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic capitals, as
+// SQL Server's case-insensitive collation takes 'É' for 'é'. A byte that
+// starts no valid character stands for itself.
+char32_t nextFolded(std::string_view s, std::size_t &i) {
+    auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
+    char32_t c = byte(i);
+    std::size_t n = 1;
+    if (c >= 0x80) {
+        if ((c & 0xE0) == 0xC0 && i + 1 < s.size() && (byte(i + 1) & 0xC0) == 0x80)
+            c = ((c & 0x1F) << 6) | (byte(i + 1) & 0x3F), n = 2;
+        else if ((c & 0xF0) == 0xE0 && i + 2 < s.size() && (byte(i + 1) & 0xC0) == 0x80 &&
+                 (byte(i + 2) & 0xC0) == 0x80)
+            c = ((c & 0x0F) << 12) | ((byte(i + 1) & 0x3F) << 6) | (byte(i + 2) & 0x3F), n = 3;
+        else
+            c = 0x110000 + c; // a stray byte: after every character, by its value
+    }
+    i += n;
+    if (c >= 'A' && c <= 'Z')
+        return c + 0x20;
+    if (c < 0xC0)
+        return c;
+    if ((c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3AB && c != 0x3A2) ||
+        (c >= 0x410 && c <= 0x42F))
+        return c + 0x20;
+    if (c >= 0x400 && c <= 0x40F)
+        return c + 0x50;
+    if (c == 0x178)
+        return 0xFF;
+    bool pairs = (c >= 0x100 && c <= 0x137 && c != 0x130) || (c >= 0x14A && c <= 0x177);
+    if (pairs && c % 2 == 0)
+        return c + 1;
+    if (((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) && c % 2 == 1)
+        return c + 1;
+    return c;
+}
+
 int compareCitext(void *, int sizeA, const void *a, int sizeB, const void *b) {
     auto x = trimmedRight(a, sizeA), y = trimmedRight(b, sizeB);
-    std::size_t n = std::min(x.size(), y.size());
-    for (std::size_t i = 0; i < n; ++i) {
-        int cx = std::tolower(static_cast<unsigned char>(x[i]));
-        int cy = std::tolower(static_cast<unsigned char>(y[i]));
+    std::size_t i = 0, j = 0;
+    while (i < x.size() && j < y.size()) {
+        char32_t cx = nextFolded(x, i);
+        char32_t cy = nextFolded(y, j);
         if (cx != cy)
             return cx < cy ? -1 : 1;
     }
-    return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
+    return i == x.size() && j == y.size() ? 0 : (i == x.size() ? -1 : 1);
 }
 
 std::string textOf(sqlite3_value *v) {
