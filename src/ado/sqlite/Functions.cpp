@@ -15,6 +15,8 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
+#include <vector>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
@@ -290,6 +292,109 @@ void svConvert(sqlite3_context *ctx, int, sqlite3_value **argv) {
     guarded(ctx, [&] { resultStored(ctx, convertValue(columnTypeOf(textOf(argv[0])), argv[1])); });
 }
 
+// One piece of a LIKE pattern: a character, _ (any one), % (any run) or a
+// bracket set of characters and ranges, [^...] for the ones outside it.
+struct LikePiece {
+    enum Kind { Character, One, Run, Set } kind;
+    char32_t c = 0;
+    std::vector<std::pair<char32_t, char32_t>> ranges;
+    bool negated = false;
+    bool matches(char32_t x) const {
+        if (kind == Character)
+            return x == c;
+        if (kind != Set)
+            return true;
+        bool inside = false;
+        for (auto [low, high] : ranges)
+            inside = inside || (x >= low && x <= high);
+        return inside != negated;
+    }
+};
+
+// SQL Server's pattern language: a [ without its ] stands for itself, so does
+// [[]; the escape character makes the next one plain.
+std::vector<LikePiece> likePieces(std::string_view pattern, std::optional<char32_t> escape) {
+    std::vector<LikePiece> pieces;
+    std::size_t i = 0;
+    while (i < pattern.size()) {
+        char32_t c = nextFolded(pattern, i);
+        if (escape && c == *escape && i < pattern.size()) {
+            pieces.push_back({LikePiece::Character, nextFolded(pattern, i), {}, false});
+        } else if (c == '%') {
+            if (pieces.empty() || pieces.back().kind != LikePiece::Run)
+                pieces.push_back({LikePiece::Run, 0, {}, false});
+        } else if (c == '_') {
+            pieces.push_back({LikePiece::One, 0, {}, false});
+        } else if (c == '[' && pattern.find(']', i + 1) != std::string_view::npos) {
+            LikePiece set{LikePiece::Set, 0, {}, false};
+            std::size_t k = i;
+            if (pattern[k] == '^') {
+                set.negated = true;
+                ++k;
+            }
+            bool first = true;
+            while (k < pattern.size() && (first || pattern[k] != ']')) {
+                first = false;
+                char32_t low = nextFolded(pattern, k);
+                char32_t high = low;
+                if (k + 1 < pattern.size() && pattern[k] == '-' && pattern[k + 1] != ']') {
+                    ++k;
+                    high = nextFolded(pattern, k);
+                }
+                set.ranges.emplace_back(low, high);
+            }
+            i = k + 1; // past the ]
+            pieces.push_back(std::move(set));
+        } else {
+            pieces.push_back({LikePiece::Character, c, {}, false});
+        }
+    }
+    return pieces;
+}
+
+bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
+    std::vector<char32_t> chars;
+    for (std::size_t i = 0; i < text.size();)
+        chars.push_back(nextFolded(text, i));
+    // The usual walk with one point to go back to: the last % and where it stood.
+    std::size_t p = 0, t = 0, runAt = pieces.size(), runText = 0;
+    while (t < chars.size()) {
+        if (p < pieces.size() && pieces[p].kind == LikePiece::Run) {
+            runAt = p++;
+            runText = t;
+        } else if (p < pieces.size() && pieces[p].matches(chars[t])) {
+            ++p;
+            ++t;
+        } else if (runAt != pieces.size()) {
+            p = runAt + 1;
+            t = ++runText;
+        } else {
+            return false;
+        }
+    }
+    while (p < pieces.size() && pieces[p].kind == LikePiece::Run)
+        ++p;
+    return p == pieces.size();
+}
+
+// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern".
+void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        std::optional<char32_t> escape;
+        if (argc == 3) {
+            std::string e = textOf(argv[2]);
+            std::size_t i = 0;
+            if (e.empty())
+                throw vb::Error(0, "", "The invalid escape character \"\" was specified in a "
+                                       "LIKE predicate.");
+            escape = nextFolded(e, i);
+        }
+        sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));
+    });
+}
+
 // The running sum of an aggregate, made in SQLite's zeroed memory at the
 // first row: a mark byte, then the sum at its alignment (SQLite aligns the
 // memory for 8 bytes, the 128-bit total wants 16).
@@ -371,6 +476,10 @@ void registerFunctions(sqlite3 *db) {
     sqlite3_create_function(db, "sv_getdate", 0, SQLITE_UTF8, nullptr, &svGetdate, nullptr,
                             nullptr);
     sqlite3_create_function(db, "sv_convert", 2, pure, nullptr, &svConvert, nullptr, nullptr);
+    // SQL Server's LIKE in place of SQLite's: bracket sets, and letter case
+    // ignored beyond ASCII as the comparison of text ignores it.
+    sqlite3_create_function(db, "like", 2, pure, nullptr, &svLike, nullptr, nullptr);
+    sqlite3_create_function(db, "like", 3, pure, nullptr, &svLike, nullptr, nullptr);
     sqlite3_create_function(db, "sv_sum", 1, pure, nullptr, nullptr, &sumStep, &sumFinal);
     sqlite3_create_function(db, "sv_avg", 1, pure, nullptr, nullptr, &sumStep, &avgFinal);
 }
