@@ -115,6 +115,9 @@ void paintForm(Canvas &canvas, const forms::Form &form, const Rect &area, bool a
         ClipScope inContainer(canvas, limit);
         PaintContext pc{canvas, scale, r, form.Enabled() && c->effectivelyEnabled(),
                         active && c->hasFocus()};
+        if (c->kind() == forms::ControlKind::ListView) {
+            pc.listScroll = &layout.listScroll(*c);
+        }
         paintControl(pc, *c, client);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/FormPainter.h"
+#include "hosts/tui/KeyStrip.h"
 #include "hosts/tui/Overlay.h"
 #include "hosts/tui/Palette.h"
 #include "hosts/tui/ScreenLayout.h"
@@ -26,7 +27,7 @@ std::string statusText(const forms::Screen &screen, const std::vector<const Over
 }
 
 void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
-                     const std::vector<const Overlay *> &overlays) {
+                     const std::vector<const Overlay *> &overlays, bool keyStrip) {
     int y = canvas.height() - 1;
     canvas.fill({0, y, canvas.width(), 1}, U' ', styles::status);
     int markWidth = 0;
@@ -35,14 +36,23 @@ void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
         canvas.fill({canvas.width() - markWidth, y, markWidth, 1}, U' ', styles::busy);
         canvas.text(canvas.width() - markWidth + 1, y, busyMark, styles::busy);
     }
-    canvas.text(1, y, statusText(screen, overlays), styles::status,
-                std::max(0, canvas.width() - markWidth - 2));
+    int room = std::max(0, canvas.width() - markWidth - 2);
+    std::string status = statusText(screen, overlays);
+    // The strip gives way to a tool tip or a box's hint, which say more about
+    // what is in front of the user right now.
+    const forms::Form *active = screen.ActiveForm();
+    if (status.empty() && keyStrip && active) {
+        paintKeyStrip(canvas, 1, y, room, keyHints(*active), styles::status);
+    } else {
+        canvas.text(1, y, status, styles::status, room);
+    }
 }
 
 } // namespace
 
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
-                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout) {
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
+                 bool keyStrip) {
     canvas.clear();
     layout.clear();
     if (canvas.height() < 2 || canvas.width() < 1) {
@@ -59,7 +69,7 @@ void paintScreen(Canvas &canvas, const forms::Screen &screen,
     for (const Overlay *overlay : overlays) {
         overlay->paint(canvas, area);
     }
-    paintStatusLine(canvas, screen, overlays);
+    paintStatusLine(canvas, screen, overlays, keyStrip);
 }
 
 } // namespace tui

@@ -17,11 +17,13 @@ class ScreenLayout;
 /// centred on the screen (so a dialog stands over its owner, which shows
 /// around it); then the overlays in order; then the status line on the last
 /// row, with the tool tip of the focused control (or the top overlay's hint)
-/// on the left and the busy mark "⧗ Busy" on the right while the mouse
+/// on the left, or when there is neither and `keyStrip` is on, the keys the
+/// active form takes (keyHints); and the busy mark "⧗ Busy" on the right while the mouse
 /// pointer is the hourglass. The terminal cursor stands at the focused text
 /// box's caret, and is hidden while an overlay is open.
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
-                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout);
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
+                 bool keyStrip = true);
 
 /// The busy mark on the status line.
 inline constexpr const char *busyMark = "⧗ Busy";
