@@ -76,8 +76,8 @@ std::vector<const forms::Control *> byPosition(const forms::Form &form) {
     return out;
 }
 
-/// The items of the form's popup menu: a top menu that is hidden, so it
-/// shows only when code pops it up.
+/// The items of the form's popup menu (a top menu that is hidden, so it
+/// shows only when code pops it up), or "" when it has none.
 std::string popupItems(const forms::Form &form) {
     for (const forms::Control *c : form.controls()) {
         if (c->kind() != ControlKind::Menu) {
@@ -141,12 +141,12 @@ void focusedHints(const forms::Form &form, const forms::Control &focused,
             out.push_back({"Ctrl+Enter", "Add"});
         }
         if (focused.onKeyDown) {
-            out.push_back({"Del", "Remove"});
+            out.push_back({"Del", "Delete"});
         }
         if (focused.kind() == ControlKind::ListView) {
             std::string items = popupItems(form);
             if (!items.empty() && (focused.onMouseDown || focused.onMouseUp)) {
-                out.push_back({"Shift+F10", items});
+                out.push_back({"Shift+F10", "Menu"});
             }
             if (columnsWiderThanList(static_cast<const forms::ListView &>(focused))) {
                 out.push_back({"←→", "Columns"});

@@ -25,9 +25,9 @@ struct KeyHint {
 /// knows a form by name: every hint comes from a control that is visible and
 /// enabled.
 ///
-/// 1. The focused list or grid: Ctrl+Enter "Add" and Delete "Remove" where it
-///    (or the form, previewing keys) has key handlers; Shift+F10 with the
-///    items of the form's popup menu where a list has one; "←→ Columns" where
+/// 1. The focused list or grid: Ctrl+Enter "Add" and Del "Delete" where it
+///    (or the form, previewing keys) has key handlers; Shift+F10 "Menu"
+///    where the form has a popup menu and the list answers a right click; "←→ Columns" where
 ///    a list's columns are wider than the list. A focused drop-down combo: F4.
 /// 2. The Alt letters of the buttons, in the order they stand (top to bottom,
 ///    left to right).

@@ -1,6 +1,7 @@
 #include "hosts/tui/ScreenPainter.h"
 
 #include "hosts/tui/Canvas.h"
+#include "hosts/tui/FormFit.h"
 #include "hosts/tui/FormPainter.h"
 #include "hosts/tui/KeyStrip.h"
 #include "hosts/tui/Overlay.h"
@@ -12,6 +13,7 @@
 #include "forms/Form.h"
 #include "forms/Screen.h"
 
+#include <algorithm>
 #include <string>
 
 namespace tui {
@@ -48,17 +50,46 @@ void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
     }
 }
 
+void paintTooSmall(Canvas &canvas, CellSize need) {
+    std::string notice = "terminal too small: need " + std::to_string(need.cols) + " x " +
+                         std::to_string(need.rows);
+    auto lines = wrapText(notice, canvas.width());
+    int top = std::max(0, (canvas.height() - static_cast<int>(lines.size())) / 2);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        drawAligned(canvas, 0, top + static_cast<int>(i), canvas.width(), lines[i], Align::Center,
+                    styles::plain.with(attrBold));
+    }
+}
+
 } // namespace
+
+CellSize screenNeeds(const forms::Screen &screen) {
+    CellSize need{1, 2};
+    for (const forms::Form *form : screen.shownForms()) {
+        CellSize fit = smallestFit(*form);
+        // The window's border round the form, and the status line below.
+        need.cols = std::max(need.cols, fit.cols + 2);
+        need.rows = std::max(need.rows, fit.rows + 3);
+    }
+    return need;
+}
 
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
                  const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
                  bool keyStrip) {
     canvas.clear();
     layout.clear();
-    if (canvas.height() < 2 || canvas.width() < 1) {
+    if (canvas.height() < 1 || canvas.width() < 1) {
         return;
     }
     Rect area{0, 0, canvas.width(), canvas.height() - 1};
+    CellSize need = screenNeeds(screen);
+    if (canvas.width() < need.cols || canvas.height() < need.rows) {
+        // A form drawn smaller than its controls need loses some of them
+        // without a word; better to say so until the terminal grows.
+        paintTooSmall(canvas, need);
+        return;
+    }
     const forms::Form *active = screen.ActiveForm();
     for (const forms::Form *form : screen.shownForms()) {
         paintForm(canvas, *form, area, form == active, layout);

@@ -35,6 +35,9 @@ public:
     std::string read(std::optional<std::chrono::milliseconds> timeout) override {
         ++reads_;
         if (!chunks_.empty() && (!chunks_.front().afterDraw || !timeout)) {
+            if (chunks_.front().afterDraw && !frames_.empty()) {
+                waitFrames_.push_back(frames_.back());
+            }
             std::string bytes = std::move(chunks_.front().bytes);
             chunks_.pop_front();
             return bytes;
@@ -46,6 +49,8 @@ public:
     }
 
     const std::vector<std::string> &frames() const { return frames_; }
+    /// The frame the user saw before each chunk typed with `typeLater`.
+    const std::vector<std::string> &waitFrames() const { return waitFrames_; }
     const std::string &lastFrame() const { return frames_.back(); }
     std::optional<Point> cursor() const { return cursor_; }
     std::size_t pendingChunks() const { return chunks_.size(); }
@@ -68,6 +73,7 @@ private:
     TerminalSize size_;
     std::deque<Chunk> chunks_;
     std::vector<std::string> frames_;
+    std::vector<std::string> waitFrames_;
     std::optional<Point> cursor_;
     int reads_ = 0;
 };
