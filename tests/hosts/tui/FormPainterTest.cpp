@@ -143,7 +143,7 @@ TEST(FormPainterTest, GridShowsHeadersRowsInViewAndCancelledRowsInRed) {
 
 
 
-
+ Alt+C Close  Esc Close
 )");
     const Canvas &c = s.host.canvas();
     Point sv1 = s.find("SV1");
@@ -230,7 +230,7 @@ TEST(FormPainterTest, ListViewShowsColumnsInDisplayOrderAndItsSelection) {
 
 
 
-
+ Shift+F10 Menu  Alt+C Close  Esc Close
 )");
     Point eight = s.find("Item number 8");
     EXPECT_EQ(s.host.canvas().at(eight.x, eight.y).style, styles::selection);
@@ -274,17 +274,52 @@ TEST(FormPainterTest, BusyMarkAndHiddenControls) {
     EXPECT_EQ(s.draw().find("Busy"), std::string::npos);
 }
 
-TEST(FormPainterTest, LargeFormIsSqueezedIntoTheTerminal) {
-    ScriptedTerminal terminal(40, 12);
+TEST(FormPainterTest, TallFormIsPackedNotSqueezed) {
+    // 15 rows of design in 11: empty rows go, no control is drawn over another.
+    ScriptedTerminal terminal(54, 14);
     TuiHost host(terminal);
     Log log;
     EntryDialog form(host.screen(), log);
     form.Show();
     host.redraw();
-    const Canvas &c = host.canvas();
-    EXPECT_EQ(c.row(0).substr(0, 3), "┌");
-    EXPECT_EQ(c.row(10).substr(0, 3), "└") << "the window fills the rows above the status line";
-    EXPECT_NE(terminal.lastFrame().find("Close"), std::string::npos);
+    EXPECT_EQ(terminal.lastFrame(), R"( ┌ Sample Entry ────────────────────────────────────┐
+ │                                                  │
+ │ Name:                                            │
+ │                               ▼                  │
+ │                                                  │
+ │ ┌ Order ───────────────┐                         │
+ │ │( ) Ascending         │  [ ] Confirm Finished   │
+ │ │                      │                         │
+ │ │( ) Descending        │                         │
+ │ └──────────────────────┘                         │
+ │                                                  │
+ │               [   OK   ]  [ Close  ]             │
+ └──────────────────────────────────────────────────┘
+ Scan or type the barcode
+)");
+}
+
+TEST(FormPainterTest, TooSmallATerminalSaysWhatItNeedsUntilItGrows) {
+    ScriptedTerminal terminal(54, 14);
+    TuiHost host(terminal);
+    Log log;
+    EntryDialog form(host.screen(), log);
+    form.Show();
+    terminal.resize(20, 5);
+    host.redraw();
+    EXPECT_EQ(terminal.lastFrame(), "\nterminal too small:\n    need 47 x 10\n\n\n");
+    // The need is exact: one cell less either way and the notice stays.
+    for (auto [cols, rows] : {std::pair{46, 10}, std::pair{47, 9}}) {
+        terminal.resize(cols, rows);
+        host.redraw();
+        EXPECT_NE(terminal.lastFrame().find("need 47 x 10"), std::string::npos) << cols << "x" << rows;
+    }
+    terminal.resize(47, 10);
+    host.redraw();
+    EXPECT_EQ(terminal.lastFrame().find("too small"), std::string::npos);
+    for (const char *shown : {"Name:", "Ascending", "Descending", "Confirm Finished", "OK", "Close"}) {
+        EXPECT_NE(terminal.lastFrame().find(shown), std::string::npos) << shown;
+    }
 }
 
 } // namespace

@@ -70,7 +70,7 @@ TEST_F(RegisterScreen, RegisterOfTheDemoGodown) {
 
 
 
-
+ Alt+N New  Alt+E Edit  Alt+D Delete  Alt+P Print  Alt+C Close  Ctrl+D List  Alt+A Ascending
 )");
     EXPECT_EQ(styleOf("SVA3").fg, Color::Red) << "a deleted entry";
     EXPECT_EQ(styleOf("SVA5"), styles::selection) << "the newest entry, selected";
@@ -119,7 +119,7 @@ TEST_F(RegisterScreen, NewEntryFormOverTheRegister) {
 
 
 
-
+ Alt+O OK  Alt+C Close  Ctrl+D List  Alt+D Done by  Alt+R Remarks  Alt+A Ascending  Alt+S Search On
 )");
 }
 
