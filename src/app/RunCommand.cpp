@@ -54,7 +54,7 @@ const char *usage =
     "  F3                   the item fetch dialog on the item screen, where offered\n"
     "  Left, Right          the columns of a list wider than the screen\n"
     "  F4, Alt+Down         opens a combo box's list\n"
-    "  Escape               the form's Close or Cancel button\n"
+    "  Escape               the form's Cancel button, where it has one\n"
     "  Ctrl+C               leaves at once; what is not saved is lost\n";
 
 /// The program folder: --home, else the folder of the running program.
