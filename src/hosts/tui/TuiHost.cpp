@@ -134,9 +134,16 @@ void TuiHost::dispatch(const forms::KeyStroke &key) {
         focused->kind() == forms::ControlKind::ListView) {
         const auto &list = static_cast<const forms::ListView &>(*focused);
         ListScroll &scroll = layout_.listScroll(list);
+        auto headers = list.ColumnHeaders().inDisplayOrder();
         int step = key.keyCode == forms::vbKeyLeft ? -1 : 1;
-        scroll.current = std::clamp(scroll.current + step, 1,
-                                    std::max(1, list.ColumnHeaders().Count()));
+        // Columns of no width (hidden ones) are stepped over.
+        for (int p = scroll.current + step; p >= 1 && p <= static_cast<int>(headers.size());
+             p += step) {
+            if (headers[static_cast<std::size_t>(p - 1)]->Width() > 0) {
+                scroll.current = p;
+                break;
+            }
+        }
     }
 }
 
