@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -40,6 +41,7 @@ class DemoSession : public ::testing::Test {
 protected:
     void SetUp() override { makeDemo(20); }
     void TearDown() override {
+        sv_.reset();
         vb::setClock(std::nullopt);
         connection_.Close();
         std::filesystem::remove_all(dir_);
@@ -61,10 +63,12 @@ protected:
     }
 
     void showRegister(int interfaceId = 1005) {
+        sv_.reset();
         services::Context context(host_.screen(), dir_ / "state");
         context.connection = connection_;
         context.companyId = 1;
-        tqsv2731::clsStockVerification sv(context);
+        sv_.emplace(context);
+        tqsv2731::clsStockVerification &sv = *sv_;
         sv.adocon = connection_;
         sv.strMsgboxCaption = "Stock Verification";
         sv.intCompanyID = 1;
@@ -75,11 +79,17 @@ protected:
         sv.Show();
     }
 
+    /// The module of the last showRegister; its forms stay as the session
+    /// left them when the script ran out (SessionEnded) before they closed.
+    tqsv2731::Module &module() { return sv_->module(); }
+
     std::filesystem::path dir_ =
         std::filesystem::temp_directory_path() / ("tui-demo-" + std::to_string(::getpid()));
     ado::Connection connection_;
     ScriptedTerminal terminal_{100, 36};
     RecordingHost host_{terminal_};
+    // After the host: its forms stand on the host's screen.
+    std::optional<tqsv2731::clsStockVerification> sv_;
 };
 
 } // namespace tui::test
