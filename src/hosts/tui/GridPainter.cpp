@@ -102,8 +102,8 @@ void paintRow(const PaintContext &pc, const forms::FlexGrid &grid, int row, int 
         Style s = cellStyle(pc, grid, row, col.index);
         pc.canvas.fill({col.x, y, col.width, 1}, U' ', s);
         std::string text = grid.TextMatrix(row, col.index);
-        drawCell(pc.canvas, col.x, y, col.width, text, cellAlign(grid.ColAlignment(col.index), text),
-                 s);
+        drawCell(pc.canvas, col.x, y, col.width, text,
+                 cellAlign(grid.ColAlignment(col.index), text), s);
     }
 }
 

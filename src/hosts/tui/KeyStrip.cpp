@@ -206,7 +206,8 @@ std::vector<KeyHint> keyHints(const forms::Form &form) {
     // A key shows once, with the first thing it does.
     std::vector<KeyHint> unique;
     for (KeyHint &h : out) {
-        if (std::none_of(unique.begin(), unique.end(), [&](const KeyHint &u) { return u.key == h.key; })) {
+        if (std::none_of(unique.begin(), unique.end(),
+                         [&](const KeyHint &u) { return u.key == h.key; })) {
             unique.push_back(std::move(h));
         }
     }

@@ -46,9 +46,8 @@ int firstColumn(const PaintContext &pc, const std::vector<forms::ColumnHeader *>
 std::vector<Column> visibleColumns(const PaintContext &pc, const forms::ListView &list, int width) {
     std::vector<Column> cols;
     auto headers = list.ColumnHeaders().inDisplayOrder();
-    int first = pc.listScroll && !headers.empty()
-                    ? firstColumn(pc, headers, *pc.listScroll, width)
-                    : 1;
+    int first =
+        pc.listScroll && !headers.empty() ? firstColumn(pc, headers, *pc.listScroll, width) : 1;
     int x = pc.rect.x;
     for (std::size_t i = static_cast<std::size_t>(first - 1); i < headers.size(); ++i) {
         const forms::ColumnHeader *h = headers[i];
@@ -126,8 +125,8 @@ void paintListView(const PaintContext &pc, const forms::ListView &list) {
     int current = pc.listScroll ? pc.listScroll->current : 0;
     for (const Column &col : cols) {
         bool mark = pc.focused && col.header->Position() == current && cols.size() > 1;
-        drawColumnCell(pc, col, r.y, col.header->Text(),
-                       mark ? header.with(attrUnderline) : header, columnAlign(*col.header));
+        drawColumnCell(pc, col, r.y, col.header->Text(), mark ? header.with(attrUnderline) : header,
+                       columnAlign(*col.header));
     }
     const forms::ListItem *selected = list.selectedItemOrNull();
     int top =

@@ -51,8 +51,8 @@ void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
 }
 
 void paintTooSmall(Canvas &canvas, CellSize need) {
-    std::string notice = "terminal too small: need " + std::to_string(need.cols) + " x " +
-                         std::to_string(need.rows);
+    std::string notice =
+        "terminal too small: need " + std::to_string(need.cols) + " x " + std::to_string(need.rows);
     auto lines = wrapText(notice, canvas.width());
     int top = std::max(0, (canvas.height() - static_cast<int>(lines.size())) / 2);
     for (std::size_t i = 0; i < lines.size(); ++i) {

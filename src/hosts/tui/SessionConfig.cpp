@@ -43,7 +43,7 @@ vb::Date parseDay(std::string_view text) {
 /// Option names and the config keys they set; all take a value.
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
-        "db",   "connection", "company", "user",      "godown",    "interface",
+        "db",   "connection", "company", "user",      "godown",     "interface",
         "date", "title",      "home",    "trace-sql", "short-date", "key-strip"};
     return all;
 }

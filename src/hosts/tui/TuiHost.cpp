@@ -128,8 +128,8 @@ void TuiHost::dispatch(const forms::KeyStroke &key) {
     input_.keyStroke(key);
     // A list wider than its window scrolls sideways a column at a time with
     // the arrows, as the old list's scroll bar did; the rows stay selected.
-    bool sideways = key.shift == 0 && (key.keyCode == forms::vbKeyLeft ||
-                                       key.keyCode == forms::vbKeyRight);
+    bool sideways =
+        key.shift == 0 && (key.keyCode == forms::vbKeyLeft || key.keyCode == forms::vbKeyRight);
     if (sideways && focused && focused == screen_.ActiveControl() &&
         focused->kind() == forms::ControlKind::ListView) {
         const auto &list = static_cast<const forms::ListView &>(*focused);

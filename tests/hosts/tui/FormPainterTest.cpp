@@ -303,8 +303,8 @@ TEST(FormPainterTest, ListScrollsSidewaysToTheColumnTheArrowsMoveTo) {
     form.cmdClose.Move(2880, 1920, 1200, 360);
     form.addRow("Rice", "2.000");
     terminal.typeLater("\x1b[C\x1b[C\x1b[C"); // Right three times: past the last column
-    terminal.typeLater("\x1b[D");               // Left: the first column stays out of view
-    terminal.typeLater("\x1b[D");               // back to the first, over the hidden Code
+    terminal.typeLater("\x1b[D");             // Left: the first column stays out of view
+    terminal.typeLater("\x1b[D");             // back to the first, over the hidden Code
     terminal.typeLater("\x1b");
     form.lvwItems.setTabIndex(0); // the list has the focus first
     form.Show(forms::vbModal);
@@ -365,12 +365,14 @@ TEST(FormPainterTest, TooSmallATerminalSaysWhatItNeedsUntilItGrows) {
     for (auto [cols, rows] : {std::pair{46, 10}, std::pair{47, 9}}) {
         terminal.resize(cols, rows);
         host.redraw();
-        EXPECT_NE(terminal.lastFrame().find("need 47 x 10"), std::string::npos) << cols << "x" << rows;
+        EXPECT_NE(terminal.lastFrame().find("need 47 x 10"), std::string::npos)
+            << cols << "x" << rows;
     }
     terminal.resize(47, 10);
     host.redraw();
     EXPECT_EQ(terminal.lastFrame().find("too small"), std::string::npos);
-    for (const char *shown : {"Name:", "Ascending", "Descending", "Confirm Finished", "OK", "Close"}) {
+    for (const char *shown :
+         {"Name:", "Ascending", "Descending", "Confirm Finished", "OK", "Close"}) {
         EXPECT_NE(terminal.lastFrame().find(shown), std::string::npos) << shown;
     }
 }

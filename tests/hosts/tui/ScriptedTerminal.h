@@ -26,7 +26,9 @@ public:
     void typeLater(std::string bytes) { chunks_.push_back({std::move(bytes), true}); }
     /// Once the host has drawn and waits, the terminal takes a new size (and
     /// the read returns nothing, as a real one does on a resize).
-    void resizeLater(int cols, int rows) { chunks_.push_back({{}, true, TerminalSize{cols, rows}}); }
+    void resizeLater(int cols, int rows) {
+        chunks_.push_back({{}, true, TerminalSize{cols, rows}});
+    }
 
     TerminalSize size() const override { return size_; }
     void resize(int cols, int rows) { size_ = {cols, rows}; }

@@ -20,7 +20,8 @@ std::vector<std::string> scannableBarcodes(int n) {
     std::vector<std::string> out;
     for (int id = 1; static_cast<int>(out.size()) < n; ++id) {
         records::DemoItem item = records::demoItem(id);
-        bool inGodown = std::find(item.godowns.begin(), item.godowns.end(), 1) != item.godowns.end();
+        bool inGodown =
+            std::find(item.godowns.begin(), item.godowns.end(), 1) != item.godowns.end();
         if (item.active && inGodown && !item.barcodes.empty() && item.barcodes[0].active) {
             out.push_back(item.barcodes[0].code);
         }

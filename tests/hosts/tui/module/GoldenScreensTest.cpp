@@ -33,16 +33,16 @@ protected:
 
 TEST_P(GoldenScreens, RegisterEntryWithAWideListAndDetail) {
     terminal_.resize(GetParam().first, GetParam().second);
-    terminal_.typeLater("\033n");             // 0 the register: Alt+N, New
-    terminal_.typeLater("\x04\n");            // 1 the empty entry: Ctrl+D, Ctrl+Enter
-    terminal_.typeLater("8900000000111\r");   // 2 the detail form: a packing barcode
-    terminal_.typeLater("8900000001019\r");   // 3 and another
-    terminal_.typeLater("\033c");             // 4 the detail form closes: Alt+C
+    terminal_.typeLater("\033n");              // 0 the register: Alt+N, New
+    terminal_.typeLater("\x04\n");             // 1 the empty entry: Ctrl+D, Ctrl+Enter
+    terminal_.typeLater("8900000000111\r");    // 2 the detail form: a packing barcode
+    terminal_.typeLater("8900000001019\r");    // 3 and another
+    terminal_.typeLater("\033c");              // 4 the detail form closes: Alt+C
     terminal_.typeLater("\x1b[C\x1b[C\x1b[C"); // 5 the list, three columns to the right
     terminal_.typeLater("\x1b[C\x1b[C\x1b[C"); // 6 three more
-    terminal_.typeLater("\033c");             // 7 the entry closes
-    terminal_.typeLater("n");                 // 8 "Save Changes?" No
-    terminal_.typeLater("\033c");             // 9 the register closes
+    terminal_.typeLater("\033c");              // 7 the entry closes
+    terminal_.typeLater("n");                  // 8 "Save Changes?" No
+    terminal_.typeLater("\033c");              // 9 the register closes
     showRegister();
     const auto &seen = terminal_.waitFrames();
     ASSERT_EQ(seen.size(), 10u);
