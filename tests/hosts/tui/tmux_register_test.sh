@@ -124,4 +124,17 @@ row_of "SVA6" | grep -qF "shelf recount" || fail "SVA6 has not the remark"
 # Close leaves the program, and the terminal with it.
 press_for Close
 wait_exit 0
+
+# A demo made today (init-db's default) opens with its entries listed on
+# today's register, as `./dev run` opens it, whatever the day.
+rm -f "$work/rc.txt"
+"$exe" init-db "$work/today.db" --demo --items 12 >/dev/null
+tmux_ kill-session -t sv 2>/dev/null || true
+tmux_ new-session -d -s sv -x 110 -y 40 \
+    "cd '$work' && '$exe' run --db today.db --company 1 --user 1 --godown 1 \
+     --date $(date +%F) 2>stderr.txt; echo \$? > rc.txt"
+wait_for "SVA5"
+wait_for "SVA2"
+press_for Close
+wait_exit 0
 echo "register opened, an entry saved, closed"
