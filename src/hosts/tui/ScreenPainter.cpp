@@ -43,7 +43,8 @@ void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
     // The strip gives way to a tool tip or a box's hint, which say more about
     // what is in front of the user right now.
     const forms::Form *active = screen.ActiveForm();
-    if (status.empty() && keyStrip && active) {
+    // While a box is open it has the keys, so the form's are not offered.
+    if (status.empty() && keyStrip && active && overlays.empty()) {
         paintKeyStrip(canvas, 1, y, room, keyHints(*active), styles::status);
     } else {
         canvas.text(1, y, status, styles::status, room);
