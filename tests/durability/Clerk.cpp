@@ -1,0 +1,128 @@
+// durability_clerk: one clerk saving new entries into a godown through the entry form's OK,
+// as a person at a terminal would, so that several of them can run against one database file.
+//
+//     durability_clerk DB STATE_DIR ENTRIES ROWS SEED
+//
+// For each entry it prints "saving K" before pressing OK and "saved SVHID" once the
+// save has ended and the form closed, flushing each line, so that a parent can kill it
+// between the two and know what the module had or had not committed. A fault reported
+// through the fault desk, or a save that leaves the form open, ends the clerk with exit
+// status 3 and the fault on standard error.
+#include "forms/ListView.h"
+#include "forms/Screen.h"
+#include "forms/TestUi.h"
+#include "module/entry/frmStockVerification.h"
+#include "module/frame/Module.h"
+#include "services/Context.h"
+#include "services/FaultReport.h"
+#include "vb/Conversion.h"
+#include "vb/Date.h"
+#include "vb/Format.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <random>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The items the clerks count: the demo's hand-made ones, all in godown 1, so that
+/// every clerk moves the same stock rows.
+constexpr int countedItems = 12;
+
+/// A quantity in thousandths as the list shows it ("12.345").
+std::string quantity(long thousandths) {
+    return vb::Format(vb::Variant(static_cast<double>(thousandths) / 1000.0), "0.000");
+}
+
+/// Fills the list as the detail form would: book stock, then a count that differs from
+/// it by steps of 0.1 and 0.2 (fractions that binary floating point cannot hold).
+void fillList(tqsv2731::frmStockVerification &entry, int rows, std::mt19937 &random) {
+    std::uniform_int_distribution<int> item(1, countedItems);
+    std::uniform_int_distribution<int> step(-5, 5);
+    forms::ListItemCollection &items = entry.lvwRequest.ListItems();
+    for (int i = 1; i <= rows; ++i) {
+        const std::string n = std::to_string(i);
+        const long book = 10000 + 100 * step(random);
+        const long counted = book + 100 * step(random);
+        const long badBook = 200 * (step(random) + 5);
+        const long badCounted = std::max(0L, badBook + 200 * step(random));
+        forms::ListItem &row = items.Add(0, "", n);
+        const std::string id = std::to_string(item(random));
+        const std::string cells[] = {" ",
+                                     "",
+                                     "Item " + id,
+                                     quantity(book),
+                                     quantity(counted),
+                                     quantity(badBook),
+                                     quantity(badCounted),
+                                     id,
+                                     n,
+                                     "1",
+                                     "1",
+                                     "2.5",
+                                     "PCS"};
+        for (int c = 1; c <= 13; ++c) {
+            row.setSubItems(c, cells[c - 1]);
+        }
+    }
+}
+
+std::string faults(const fs::path &stateDir) {
+    std::ifstream in(stateDir / std::string(services::faultLogFileName));
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc != 6) {
+        std::cerr << "usage: durability_clerk DB STATE_DIR ENTRIES ROWS SEED\n";
+        return 2;
+    }
+    const fs::path db = argv[1];
+    const fs::path stateDir = argv[2];
+    const int entries = std::stoi(argv[3]);
+    const int rows = std::stoi(argv[4]);
+    std::mt19937 random(static_cast<std::mt19937::result_type>(std::stoul(argv[5])));
+
+    forms::TestUi ui;
+    forms::Screen screen{ui};
+    services::Context context(screen, stateDir);
+    ado::Connection connection;
+    connection.Open("sqlite:" + db.string());
+    tqsv2731::Module m(context);
+    m.adocon = connection;
+    m.intCompanyID = 1;
+    m.intUserID = 1;
+    m.intGodownID = 1;
+    m.intInterfaceID = 1005;
+    m.strMsgboxCaption = "Stock Verification";
+    m.dtProcessDate = vb::DateSerial(2026, 11, 22);
+    m.frmMaster();
+
+    for (int k = 1; k <= entries; ++k) {
+        m.strTransactionMode = "N";
+        tqsv2731::frmStockVerification &entry = m.frmStockVerification();
+        entry.txtdate.setText(vb::CStr(vb::Variant(m.dtProcessDate)));
+        entry.txtRemarks.setText("Count " + std::to_string(k));
+        fillList(entry, rows, random);
+        std::cout << "saving " << k << std::endl;
+        entry.cmdOK_Click();
+        const std::string reported = faults(stateDir);
+        if (!reported.empty()) {
+            std::cerr << "entry " << k << ": the fault desk recorded\n" << reported;
+            return 3;
+        }
+        if (m.slotOf<tqsv2731::frmStockVerification>(m.frmStockVerification_).loaded()) {
+            std::cerr << "entry " << k << ": the save did not end, the entry form is open\n";
+            return 3;
+        }
+        std::cout << "saved " << m.lngVerificationId << std::endl;
+    }
+    return 0;
+}
