@@ -1,5 +1,6 @@
 // The reader of ShopSetting.txt (FileCode) on any file. The input is a key, a newline,
 // then the file's text.
+#include "forms/MsgBox.h"
 #include "forms/Screen.h"
 #include "forms/Ui.h"
 #include "module/frame/Module.h"

@@ -9,6 +9,7 @@
 // through the fault desk, or a save that leaves the form open, ends the clerk with exit
 // status 3 and the fault on standard error.
 #include "forms/ListView.h"
+#include "forms/MsgBox.h"
 #include "forms/Screen.h"
 #include "forms/TestUi.h"
 #include "module/entry/frmStockVerification.h"
@@ -25,6 +26,8 @@
 #include <iostream>
 #include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -72,6 +75,17 @@ void fillList(tqsv2731::frmStockVerification &entry, int rows, std::mt19937 &ran
     }
 }
 
+/// The clerk reads every message box, answers OK and carries on, as people do; the fault
+/// desk shows each failure in one, so the boxes are how the clerk learns of them.
+class ClerkUi : public forms::TestUi {
+public:
+    int msgBox(std::string_view prompt, int, std::string_view) override {
+        shown.emplace_back(prompt);
+        return forms::vbOK;
+    }
+    std::vector<std::string> shown;
+};
+
 std::string faults(const fs::path &stateDir) {
     std::ifstream in(stateDir / std::string(services::faultLogFileName));
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -90,7 +104,7 @@ int main(int argc, char **argv) {
     const int rows = std::stoi(argv[4]);
     std::mt19937 random(static_cast<std::mt19937::result_type>(std::stoul(argv[5])));
 
-    forms::TestUi ui;
+    ClerkUi ui;
     forms::Screen screen{ui};
     services::Context context(screen, stateDir);
     ado::Connection connection;
@@ -114,8 +128,11 @@ int main(int argc, char **argv) {
         std::cout << "saving " << k << std::endl;
         entry.cmdOK_Click();
         const std::string reported = faults(stateDir);
-        if (!reported.empty()) {
+        if (!reported.empty() || !ui.shown.empty()) {
             std::cerr << "entry " << k << ": the fault desk recorded\n" << reported;
+            for (const std::string &prompt : ui.shown) {
+                std::cerr << "message: " << prompt << '\n';
+            }
             return 3;
         }
         if (m.slotOf<tqsv2731::frmStockVerification>(m.frmStockVerification_).loaded()) {

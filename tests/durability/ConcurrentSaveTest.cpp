@@ -66,15 +66,18 @@ TEST(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothi
     // Every entry whole: a header, its marker's row count, and exactly that many lines.
     const auto entries = book.entriesAfter(before);
     const auto lines = book.linesAfter(before);
+    const auto trail = book.trailAfter(before);
     std::set<std::int64_t> stored;
     for (const auto &e : entries) {
         const std::int64_t id = std::stoll(e[0]);
         stored.insert(id);
         EXPECT_EQ(e[2], "on00006") << "entry " << id;
         EXPECT_EQ(lines.count(id) ? lines.at(id) : 0, rowsEach) << "entry " << id;
+        EXPECT_EQ(trail.count(id) ? trail.at(id) : 0, 1) << "entry " << id;
     }
     EXPECT_EQ(stored, reported);
     EXPECT_EQ(lines.size(), entries.size()) << "lines stored under an entry that has no header";
+    EXPECT_EQ(trail.size(), entries.size()) << "the trail records an entry that is not there";
     EXPECT_EQ(book.repeatedNumbers(), std::vector<std::string>{});
     // Each entry's count moved the stock once, to the thousandth.
     EXPECT_EQ(book.stock(), posted(stockBefore, book.countedChanges(before)));

@@ -60,10 +60,12 @@ TEST(CrashDuringSaveTest, AKilledSaveLeavesASoundFileWithTheWholeEntryOrNoneOfIt
         ASSERT_EQ(book.integrity(), "ok");
         const auto entries = book.entriesAfter(before);
         const auto lines = book.linesAfter(before);
+        const auto trail = book.trailAfter(before);
         ASSERT_LE(entries.size(), 1u);
         if (entries.empty()) {
             EXPECT_FALSE(toldSaved) << "the clerk was told the entry was saved";
             EXPECT_TRUE(lines.empty()) << "lines of an entry whose header is gone";
+            EXPECT_TRUE(trail.empty()) << "the trail records an entry that is not there";
             EXPECT_EQ(book.stock(), stockBefore);
             ++killedBeforeCommit;
         } else {
@@ -72,9 +74,11 @@ TEST(CrashDuringSaveTest, AKilledSaveLeavesASoundFileWithTheWholeEntryOrNoneOfIt
             ASSERT_EQ(lines.size(), 1u);
             EXPECT_EQ(lines.begin()->first, id);
             EXPECT_EQ(lines.begin()->second, rows);
+            EXPECT_EQ(trail, (std::map<std::int64_t, std::int64_t>{{id, 1}}));
             EXPECT_EQ(book.stock(), posted(stockBefore, book.countedChanges(before)));
         }
-        RecordProperty("kill" + std::to_string(k) + "_us", std::to_string(at));
+        RecordProperty("kill" + std::to_string(k),
+                       std::to_string(at) + " us, " + (entries.empty() ? "nothing" : "whole"));
     }
     // Kills spread over the whole save land before its commit nearly every time; none at
     // all would mean the test never caught a save in the middle and proved nothing.

@@ -40,6 +40,21 @@ std::int64_t thousandths(const std::string &text) {
     return negative ? -value : value;
 }
 
+namespace {
+
+std::string decimal(std::int64_t thousandths) {
+    const std::int64_t magnitude = thousandths < 0 ? -thousandths : thousandths;
+    std::string fraction = std::to_string(magnitude % 1000);
+    fraction.insert(0, 3 - fraction.size(), '0');
+    return (thousandths < 0 ? "-" : "") + std::to_string(magnitude / 1000) + "." + fraction;
+}
+
+} // namespace
+
+void PrintTo(const Quantity &q, std::ostream *out) {
+    *out << "good " << decimal(q.good) << " bad " << decimal(q.bad);
+}
+
 GodownBook::GodownBook(const std::filesystem::path &db, std::int32_t godown)
     : godown_(std::to_string(godown)) {
     connection_.Open("sqlite:" + db.string());
@@ -85,6 +100,17 @@ std::map<std::int64_t, std::int64_t> GodownBook::linesAfter(std::int64_t afterId
                                 "where svdGodownID = " +
                                 godown_ + " and svdid > " + std::to_string(afterId) +
                                 " group by svdid")) {
+        out[std::stoll(row[0])] = std::stoll(row[1]);
+    }
+    return out;
+}
+
+std::map<std::int64_t, std::int64_t> GodownBook::trailAfter(std::int64_t afterId) {
+    std::map<std::int64_t, std::int64_t> out;
+    for (const auto &row : rows("select cast(TransKey as integer) k, count(*) from aActivityTrail "
+                                "where GodownID = " +
+                                godown_ + " and ActionType = 'N' and cast(TransKey as integer) > " +
+                                std::to_string(afterId) + " group by k")) {
         out[std::stoll(row[0])] = std::stoll(row[1]);
     }
     return out;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +20,9 @@ struct Quantity {
     std::int64_t bad = 0;
     bool operator==(const Quantity &) const = default;
 };
+
+/// As gtest shows a quantity that differs: "good 12.345 bad 0.200".
+void PrintTo(const Quantity &q, std::ostream *out);
 
 /// By item and shipment.
 using StockByItem = std::map<std::pair<std::int64_t, std::int64_t>, Quantity>;
@@ -41,6 +45,8 @@ public:
     std::vector<std::vector<std::string>> entriesAfter(std::int64_t afterId);
     /// The number of detail lines of each entry above `afterId` (entries with lines only).
     std::map<std::int64_t, std::int64_t> linesAfter(std::int64_t afterId);
+    /// The activity trail's rows of new entries ("N") of the godown above `afterId`, by svhid.
+    std::map<std::int64_t, std::int64_t> trailAfter(std::int64_t afterId);
     /// Numbers that more than one entry of the godown carries.
     std::vector<std::string> repeatedNumbers();
     /// moigodownstock of the godown.
