@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const std::string_view text(reinterpret_cast<const char *>(data), size);
     try {
         script::parseScenario(text, "fuzz.scn", std::filesystem::temp_directory_path(),
-                              {"register", "entry", "detail"});
+                              {"register", "orders"});
     } catch (const script::BadScript &) {
         // The answer to a bad scenario, before any of it runs.
     }

@@ -20,7 +20,7 @@ vb::Variant valueOf(std::uint8_t kind, const std::string &text) {
     case 1:
         return vb::Variant(vb::Val(text));
     case 2:
-        return vb::Variant(static_cast<std::int32_t>(vb::Val(text)));
+        return vb::Variant(vb::CLng(vb::Variant(vb::Val(text))));
     default:
         return vb::Variant(vb::CDate(vb::Variant(text)));
     }
@@ -41,7 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         vb::Format(value, pattern);
         vb::Format(value);
     } catch (const vb::Error &) {
-        // Type mismatch for text that is no date, overflow: refusals as the old runtime's.
+        // Type mismatch for text that is no date, overflow of Val or CLng: the old
+        // runtime's refusals.
     }
     return 0;
 }
