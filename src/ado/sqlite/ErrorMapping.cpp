@@ -36,6 +36,12 @@ std::string sqlServerWording(std::string_view message, std::int32_t &number) {
         return "'" + std::string(message.substr(18)) +
                "' is not a recognized built-in function name.";
     }
+    if (startsWith(message, "parser stack overflow") ||
+        startsWith(message, "Expression tree is too large")) {
+        number = errnum::Statement;
+        return "Some part of your SQL statement is nested too deeply. Rewrite the query or break "
+               "it up into smaller queries.";
+    }
     for (auto prefix :
          {"Conversion failed", "Error converting", "The conversion of", "Arithmetic overflow"})
         if (startsWith(message, prefix)) {

@@ -1,6 +1,7 @@
 #include "ado/sqlite/ValueConversion.h"
 
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "vb/Conversion.h"
 
@@ -195,15 +196,25 @@ std::int64_t numberToInteger(double value, const ColumnType &type) {
     return static_cast<std::int64_t>(rounded);
 }
 
+StoredValue exactNumeric(const StoredValue &stored, const ColumnType &type) {
+    if (type.kind != ColumnKind::Decimal && type.kind != ColumnKind::Money)
+        return stored;
+    bool money = type.kind == ColumnKind::Money;
+    if (const auto *i = std::get_if<std::int64_t>(&stored))
+        return toNumeric(*i, type.precision, type.scale, money);
+    if (const auto *d = std::get_if<double>(&stored))
+        return toNumeric(*d, type.precision, type.scale, money);
+    return stored;
+}
+
 StoredValue toStored(const vb::Variant &v, const ColumnType &type) {
     if (v.isNull() || v.isEmpty())
         return std::monostate{};
     if (type.kind == ColumnKind::Date)
         return forDate(v);
     if (type.numeric()) {
-        if (v.isString())
-            return textForNumeric(v.asString(), type);
-        return numberFor(v, type);
+        StoredValue stored = v.isString() ? textForNumeric(v.asString(), type) : numberFor(v, type);
+        return exactNumeric(stored, type);
     }
     if (type.kind == ColumnKind::Text || v.isString() || v.isBoolean())
         return vb::CStr(v);
