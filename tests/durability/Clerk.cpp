@@ -1,7 +1,15 @@
 // durability_clerk: one clerk saving new entries into a godown through the entry form's OK,
 // as a person at a terminal would, so that several of them can run against one database file.
 //
-//     durability_clerk DB STATE_DIR ENTRIES ROWS SEED
+//     durability_clerk DB STATE_DIR ENTRIES ROWS SEED [BATON_DIR CLERK CLERKS]
+//
+// With a baton folder, CLERKS clerks (numbered from 0) take turns: their saves are numbered
+// across all of them, clerk C making saves C, C + CLERKS, ..., and each save starts once the
+// save before it has written its header and while that save is still writing its lines.
+// Each clerk traces its statements to BATON_DIR/clerkC.trace, which is how the next one
+// sees the header go in. So every save overlaps another one's open transaction, while the
+// few statements between reading the next svhid and writing it never overlap (a race that
+// the module has on any database, and no fault of the data layer's).
 //
 // For each entry it prints "saving K" before pressing OK and "saved SVHID" once the
 // save has ended and the form closed, flushing each line, so that a parent can kill it
@@ -19,14 +27,17 @@
 #include "vb/Conversion.h"
 #include "vb/Date.h"
 #include "vb/Format.h"
+#include "vb/Strings.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <random>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -86,6 +97,31 @@ public:
     std::vector<std::string> shown;
 };
 
+/// Headers the clerk's trace shows written, failed or not.
+int headersWritten(const fs::path &trace) {
+    std::ifstream in(trace);
+    int count = 0;
+    for (std::string line; std::getline(in, line);) {
+        if (line.rfind('#', 0) == 0 && vb::InStr(1, line, "insert into loiStockVerificationHeader",
+                                                   vb::Compare::Text) > 0) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+/// Waits until `trace` shows `count` headers written; false after a minute.
+bool awaitHeaders(const fs::path &trace, int count) {
+    const auto until = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (headersWritten(trace) < count) {
+        if (std::chrono::steady_clock::now() > until) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+    return true;
+}
+
 std::string faults(const fs::path &stateDir) {
     std::ifstream in(stateDir / std::string(services::faultLogFileName));
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -94,10 +130,16 @@ std::string faults(const fs::path &stateDir) {
 } // namespace
 
 int main(int argc, char **argv) {
-    if (argc != 6) {
-        std::cerr << "usage: durability_clerk DB STATE_DIR ENTRIES ROWS SEED\n";
+    if (argc != 6 && argc != 9) {
+        std::cerr << "usage: durability_clerk DB STATE_DIR ENTRIES ROWS SEED [BATON_DIR CLERK "
+                     "CLERKS]\n";
         return 2;
     }
+    const bool takesTurns = argc == 9;
+    const fs::path batonDir = takesTurns ? fs::path(argv[6]) : fs::path();
+    const int clerk = takesTurns ? std::stoi(argv[7]) : 0;
+    const int clerks = takesTurns ? std::stoi(argv[8]) : 1;
+    const auto traceOf = [&](int c) { return batonDir / ("clerk" + std::to_string(c) + ".trace"); };
     const fs::path db = argv[1];
     const fs::path stateDir = argv[2];
     const int entries = std::stoi(argv[3]);
@@ -109,6 +151,9 @@ int main(int argc, char **argv) {
     services::Context context(screen, stateDir);
     ado::Connection connection;
     connection.Open("sqlite:" + db.string());
+    if (takesTurns) {
+        connection.traceSql(traceOf(clerk).string());
+    }
     tqsv2731::Module m(context);
     m.adocon = connection;
     m.intCompanyID = 1;
@@ -125,6 +170,12 @@ int main(int argc, char **argv) {
         entry.txtdate.setText(vb::CStr(vb::Variant(m.dtProcessDate)));
         entry.txtRemarks.setText("Count " + std::to_string(k));
         fillList(entry, rows, random);
+        const int save = (k - 1) * clerks + clerk;
+        if (takesTurns && save > 0 &&
+            !awaitHeaders(traceOf((save - 1) % clerks), (save - 1) / clerks + 1)) {
+            std::cerr << "entry " << k << ": the save before it never wrote its header\n";
+            return 4;
+        }
         std::cout << "saving " << k << std::endl;
         entry.cmdOK_Click();
         const std::string reported = faults(stateDir);
