@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <memory>
 #include <new>
@@ -244,11 +245,27 @@ void svGetdate(sqlite3_context *ctx, int, sqlite3_value **) {
     guarded(ctx, [&] { resultText(ctx, canonicalDate(vb::Now())); });
 }
 
+// A float as convert(varchar, x) writes it: at most 6 significant digits,
+// and the exponent form, with three exponent digits, for numbers of more
+// than 6 digits before the point or less than 0.0001 ("1.23457e+006").
+std::string floatText(double x) {
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%.6g", x);
+    std::string text = buffer;
+    auto e = text.find('e');
+    if (e == std::string::npos)
+        return text;
+    std::string digits = text.substr(e + 2);
+    while (digits.size() < 3)
+        digits.insert(digits.begin(), '0');
+    return text.substr(0, e + 2) + digits;
+}
+
 std::string numberText(sqlite3_value *v) {
     if (sqlite3_value_type(v) == SQLITE_INTEGER)
         return std::to_string(sqlite3_value_int64(v));
     if (sqlite3_value_type(v) == SQLITE_FLOAT)
-        return vb::CStr(vb::Variant(sqlite3_value_double(v)));
+        return floatText(sqlite3_value_double(v));
     return textOf(v);
 }
 
