@@ -161,6 +161,7 @@ private:
     bool isTextCall(const Node &name, const Node &group) const;
     ColumnKind kindBefore(const Level &level, std::size_t k) const;
     bool isDateCall(const Node &name, const Node &group) const;
+    void checkComparedText(const Node &text, ColumnKind kind);
     ColumnKind kindAfter(const Level &level, std::size_t k) const;
     std::size_t nameChainEnd(const Level &level, std::size_t k) const;
     std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
@@ -350,22 +351,38 @@ void Rewriter::planDateComparisons(Level &level) {
         }
         if (!n.is(Kind::String))
             continue;
-        bool date = false;
+        ColumnKind kind = ColumnKind::Unknown;
         if (k > 0) {
             const Node &before = level.at(k - 1);
             if ((before.is(Kind::Symbol) && comparisons.count(std::string(before.token.text))) ||
                 before.isWord("between"))
-                date = kindBefore(level, k - 1) == ColumnKind::Date;
+                kind = kindBefore(level, k - 1);
             else if (before.isWord("and") && k >= 3 && level.at(k - 2).is(Kind::String) &&
                      level.at(k - 3).isWord("between"))
-                date = kindBefore(level, k - 3) == ColumnKind::Date;
+                kind = kindBefore(level, k - 3);
         }
-        if (!date && level.has(k + 1) && level.at(k + 1).is(Kind::Symbol) &&
+        if (kind == ColumnKind::Unknown && level.has(k + 1) && level.at(k + 1).is(Kind::Symbol) &&
             comparisons.count(std::string(level.at(k + 1).token.text)))
-            date = kindAfter(level, k + 1) == ColumnKind::Date;
-        if (date)
+            kind = kindAfter(level, k + 1);
+        if (kind == ColumnKind::Date)
             dateStrings_.insert(&n);
+        else
+            checkComparedText(n, kind);
     }
+}
+
+// Text compared with a number column converts to the column's type, as SQL
+// Server converts it; text that is no number refuses the statement
+// ("Conversion failed when converting the varchar value 'x' to data type int.").
+void Rewriter::checkComparedText(const Node &text, ColumnKind kind) {
+    const char *type = kind == ColumnKind::Integer ? "int"
+                       : kind == ColumnKind::Decimal ? "numeric"
+                       : kind == ColumnKind::Float   ? "float"
+                       : kind == ColumnKind::Money   ? "money"
+                       : kind == ColumnKind::Bit     ? "bit"
+                                                     : nullptr;
+    if (type)
+        toStored(vb::Variant(text.token.stringValue()), columnTypeOf(type));
 }
 
 // String literals compare as SQL Server compares text: ignoring letter case
