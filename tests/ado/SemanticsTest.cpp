@@ -54,7 +54,9 @@ TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
     c.Execute("insert aItem (ItemId, itemcode) values (4, 'CAFÉ ŒUVRE ΣΩ ЖЁ')");
     EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'café œuvre σω жё  '"), "4");
     EXPECT_EQ(first(c, "select count(*) from aItem where itemcode = 'cafe œuvre σω жё'"), "0");
-    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ ŒUVRE ΣΩ ЖЁЁ'"), "1");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ "
+                       "ŒUVRE ΣΩ ЖЁЁ'"),
+              "1");
 }
 
 TEST_F(SemanticsTest, LikeTakesSqlServersPatterns) {

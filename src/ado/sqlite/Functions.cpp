@@ -17,10 +17,10 @@
 #include <memory>
 #include <new>
 #include <optional>
-#include <vector>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ado::sqlite {
 
@@ -187,9 +187,9 @@ std::size_t currencySignLength(std::string_view s) {
         c = ((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), n = 3;
     else
         return 0;
-    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F ||
-                c == 0x17DB || (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 ||
-                c == 0xFF04 || c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
+    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F || c == 0x17DB ||
+                (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 || c == 0xFF04 ||
+                c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
     return sign ? n : 0;
 }
 
@@ -404,8 +404,9 @@ void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
             std::string e = textOf(argv[2]);
             std::size_t i = 0;
             if (e.empty())
-                throw vb::Error(0, "", "The invalid escape character \"\" was specified in a "
-                                       "LIKE predicate.");
+                throw vb::Error(0, "",
+                                "The invalid escape character \"\" was specified in a "
+                                "LIKE predicate.");
             escape = nextFolded(e, i);
         }
         sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));

@@ -19,12 +19,15 @@ using Nodes = std::span<const Node>;
 using Positions = std::vector<std::size_t>;
 
 // Plain renames: SQL Server function name -> the function that does the same here.
-const std::map<std::string, std::string> renamedFunctions = {
-    {"isnull", "ifnull"},          {"len", "sv_len"},
-    {"left", "sv_left"},           {"right", "sv_right"},
-    {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
-    {"getdate", "sv_getdate"},     {"sum", "sv_sum"},
-    {"avg", "sv_avg"}};
+const std::map<std::string, std::string> renamedFunctions = {{"isnull", "ifnull"},
+                                                             {"len", "sv_len"},
+                                                             {"left", "sv_left"},
+                                                             {"right", "sv_right"},
+                                                             {"substring", "sv_substring"},
+                                                             {"isnumeric", "sv_isnumeric"},
+                                                             {"getdate", "sv_getdate"},
+                                                             {"sum", "sv_sum"},
+                                                             {"avg", "sv_avg"}};
 
 // Functions whose result is text, so that + next to them joins strings.
 const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
@@ -375,7 +378,7 @@ void Rewriter::planDateComparisons(Level &level) {
 // Server converts it; text that is no number refuses the statement
 // ("Conversion failed when converting the varchar value 'x' to data type int.").
 void Rewriter::checkComparedText(const Node &text, ColumnKind kind) {
-    const char *type = kind == ColumnKind::Integer ? "int"
+    const char *type = kind == ColumnKind::Integer   ? "int"
                        : kind == ColumnKind::Decimal ? "numeric"
                        : kind == ColumnKind::Float   ? "float"
                        : kind == ColumnKind::Money   ? "money"
@@ -469,8 +472,8 @@ void Rewriter::planInsertValues(Level &level) {
             continue;
         std::string values = "(";
         for (std::size_t i = 0; i < parts.size(); ++i) {
-            ColumnType type = i < columns.size() ? catalog_.columnType(table, columns[i])
-                                                 : ColumnType{};
+            ColumnType type =
+                i < columns.size() ? catalog_.columnType(table, columns[i]) : ColumnType{};
             values += (i ? "," : "") + exactWrite(sequence(parts[i]), type);
         }
         level.edits.replace[level.sig[k]] = values + ")";
@@ -485,9 +488,10 @@ std::string Rewriter::exactWrite(const std::string &value, const ColumnType &typ
     std::size_t lead = value.find_first_not_of(" \t\r\n");
     if (lead == std::string::npos)
         return value;
-    std::string name = type.kind == ColumnKind::Money ? type.name
-                                                      : "numeric(" + std::to_string(type.precision) +
-                                                            "," + std::to_string(type.scale) + ")";
+    std::string name =
+        type.kind == ColumnKind::Money
+            ? type.name
+            : "numeric(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
     return value.substr(0, lead) + "sv_convert('" + name + "', " + trimmed(value) + ")";
 }
 
