@@ -11,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include <string>
 #include <vector>
 
@@ -44,7 +42,6 @@ public:
     }
 
     frmStockVerificationDetail &detail() { return s.m.frmStockVerificationDetail(); }
-    bool fetchLoaded() { return s.m.slotOf<FrmFetch>(s.m.FrmFetch_).loaded(); }
     forms::ListView &list() { return s.m.frmStockVerification().lvwRequest; }
 
     /// The dialog, loaded and activated as the fetch button shows it.
@@ -163,24 +160,6 @@ TEST(FrmFetchStatementTest, ApostrophesAreKeptOutOrDoubled) {
     EXPECT_EQ(fs.column(f, 1), (std::vector<std::string>{"GRO000001"}));
 }
 
-TEST(FrmFetchStatementTest, WithoutAColumnTheFetchNamesItemDescriptionOfTheItemTable) {
-    FetchSession fs;
-    fs.s.execute("update LOiSettings set defaultfetch = 'Barcode' where godownid = 1");
-    FrmFetch &f = fs.open();
-    EXPECT_EQ(f.cboFetch.ListIndex(), -1);
-    fs.s.ui.queueAnswer(forms::vbOK, "Error 17900 in GridPopulate (FrmFetch):\nInvalid column "
-                                     "name 'a.itemdescription'.");
-    EXPECT_EQ(fs.fetch(f, "rice"), carriedSql + " and a.itemdescription like '%rice%' ");
-    // The item table has no description: the fill fails and the grid stays
-    // cleared and hidden.
-    EXPECT_FALSE(f.flexMaster.Visible());
-    EXPECT_EQ(f.flexMaster.TextMatrix(0, 1), "ItemCode");
-    EXPECT_EQ(f.flexMaster.Rows(), 2);
-    ASSERT_EQ(fs.s.faultLog().size(), 1u);
-    EXPECT_NE(fs.s.faultLog()[0].find("GridPopulate"), std::string::npos);
-    EXPECT_EQ(f.MousePointer(), forms::vbDefault);
-}
-
 TEST(FrmFetchFillTest, AfterAFillTheCategoryIdShowsAndTheLastRowIsCurrent) {
     FetchSession fs;
     FrmFetch &f = fs.open();
@@ -216,118 +195,6 @@ TEST(FrmFetchFillTest, FiveHundredRowsAtMostAndAnEmptyResultLeavesOneEmptyRow) {
     EXPECT_EQ(f.flexMaster.Rows(), 2);
     EXPECT_EQ(f.flexMaster.TextMatrix(1, 0), "");
     EXPECT_TRUE(f.flexMaster.Visible());
-}
-
-TEST(FrmFetchSortTest, ColumnsOfEachChoiceAndTheDirection) {
-    FetchSession fs;
-    FrmFetch &f = fs.open();
-    fs.fetch(f, "");
-    f.cboColNames.setListIndex(0);
-    std::vector<std::string> codes = fs.column(f, 1);
-    EXPECT_TRUE(std::is_sorted(codes.begin(), codes.end()));
-    EXPECT_EQ(f.flexMaster.Row(), 10);
-    EXPECT_EQ(f.flexMaster.ColSel(), 5);
-
-    // The option only clears the choice; the next choice sorts the new way.
-    f.optDescend.setValue(true);
-    EXPECT_EQ(f.cboColNames.ListIndex(), -1);
-    EXPECT_EQ(fs.column(f, 1), codes);
-    f.cboColNames.setListIndex(0);
-    EXPECT_EQ(fs.column(f, 1), std::vector<std::string>(codes.rbegin(), codes.rend()));
-
-    // Category sorts on the category and then its id, descending here.
-    f.cboColNames.setListIndex(2);
-    const std::vector<std::string> categories = fs.column(f, 3);
-    EXPECT_EQ(categories.front(), "Stationery");
-    EXPECT_EQ(categories.back(), "Beverages");
-    EXPECT_EQ(fs.s.screen.MousePointer(), forms::vbDefault);
-}
-
-TEST(FrmFetchSearchTest, FirstRowThatBeginsWithTheTextOrNothingMoves) {
-    FetchSession fs;
-    FrmFetch &f = fs.open();
-    fs.fetch(f, "");
-    f.cboSearch.setListIndex(1);
-    f.txtsearch.setText("t");
-    f.searchtheword();
-    EXPECT_EQ(f.flexMaster.TextMatrix(f.flexMaster.Row(), 2), "Toor Dal 1 kg");
-    EXPECT_EQ(f.flexMaster.Col(), 0);
-    EXPECT_EQ(f.flexMaster.ColSel(), 5);
-
-    // Past the last row: nothing moves, but the grid is sorted by the column.
-    f.cboSearch.setListIndex(0);
-    f.flexMaster.setRow(3);
-    f.txtsearch.setText("ZZZ");
-    f.searchtheword();
-    EXPECT_EQ(f.flexMaster.Row(), 3);
-    EXPECT_EQ(f.flexMaster.Col(), 1);
-    const std::vector<std::string> codes = fs.column(f, 1);
-    EXPECT_TRUE(std::is_sorted(codes.begin(), codes.end()));
-}
-
-TEST(FrmFetchSearchTest, ANumericProbeComparesEveryCellAsANumber) {
-    FetchSession fs;
-    FrmFetch &f = fs.open();
-    fs.fetch(f, "");
-    // "Part_code" searches column 4, the category id.
-    f.cboSearch.setListIndex(3);
-    f.txtsearch.setText("5");
-    f.searchtheword();
-    EXPECT_EQ(f.flexMaster.TextMatrix(f.flexMaster.Row(), 4), "5");
-    EXPECT_EQ(f.flexMaster.TextMatrix(f.flexMaster.Row() - 1, 4), "4")
-        << "the first of the equal rows";
-    // Text against numbers counts 0, which no category id is.
-    f.flexMaster.setRow(2);
-    f.txtsearch.setText("x");
-    f.searchtheword();
-    EXPECT_EQ(f.flexMaster.Row(), 2);
-}
-
-TEST(FrmFetchTakeTest, TakingPutsTheItemOnTheDetailFormWithOnePieceProposed) {
-    FetchSession fs;
-    fs.detail().txtBarcode.setText("8900000000210");
-    FrmFetch &f = fs.open();
-    f.cboFetch.setListIndex(0);
-    fs.fetch(f, "BEV000004");
-    f.cmdOK_Click();
-    EXPECT_FALSE(fs.fetchLoaded());
-    EXPECT_EQ(fs.detail().cboItem.ListCount(), 1);
-    EXPECT_EQ(fs.detail().cboItem.Text(), "Green Tea 25 bags");
-    EXPECT_EQ(fs.detail().cboItem.ItemData(0), 4);
-    EXPECT_EQ(fs.detail().txtBarcode.Text(), "");
-    EXPECT_EQ(fs.detail().txtAvailStock.Text(), "66") << "read by the combo's click";
-    EXPECT_EQ(fs.detail().txtVerifiedStock.Text(), "1.000");
-    EXPECT_EQ(fs.s.m.strFetchedItemCode, "BEV000004");
-    EXPECT_EQ(fs.list().ListItems().Count(), 0) << "the detail form's OK makes the row";
-}
-
-TEST(FrmFetchTakeTest, AnItemInTheListIsRefusedAndTheDialogStays) {
-    FetchSession fs;
-    fs.listRow(4);
-    fs.detail().txtVerifiedStock.setText("9");
-    FrmFetch &f = fs.open();
-    f.cboFetch.setListIndex(0);
-    fs.fetch(f, "BEV000004");
-    fs.s.ui.queueAnswer(forms::vbOK, "Item already entered");
-    f.cmdOK_Click();
-    ASSERT_EQ(fs.s.ui.boxes().size(), 1u);
-    EXPECT_EQ(fs.s.ui.boxes()[0].buttons, forms::vbInformation);
-    EXPECT_EQ(fs.s.ui.boxes()[0].title, "Stock Verification");
-    EXPECT_TRUE(fs.fetchLoaded());
-    EXPECT_EQ(fs.s.screen.ActiveControl(), &f.flexMaster);
-    EXPECT_EQ(fs.detail().txtVerifiedStock.Text(), "9");
-}
-
-TEST(FrmFetchTakeTest, NothingToTakeClosesAndTouchesNothing) {
-    FetchSession fs;
-    fs.detail().txtVerifiedStock.setText("9");
-    FrmFetch &f = fs.open();
-    fs.fetch(f, "no such item");
-    f.cmdOK_Click();
-    EXPECT_FALSE(fs.fetchLoaded());
-    EXPECT_EQ(fs.detail().txtVerifiedStock.Text(), "9");
-    EXPECT_TRUE(fs.s.ui.boxes().empty());
-    EXPECT_EQ(fs.s.m.strFetchedItemCode, "");
 }
 
 TEST(FrmFetchDormantTest, AddToListAddsARowOrCountsItsItemUp) {
