@@ -2,6 +2,7 @@
 
 #include "ado/sqlite/ColumnType.h"
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ValueConversion.h"
 #include "vb/Clock.h"
 #include "vb/Conversion.h"
@@ -11,6 +12,9 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <limits>
+#include <memory>
+#include <new>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
@@ -127,6 +131,28 @@ void svSubstring(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
     });
 }
 
+// The bytes of the currency sign that text starts with (UTF-8), 0 for none:
+// the signs SQL Server's money conversion takes, "$" and "£" and "€" among them.
+std::size_t currencySignLength(std::string_view s) {
+    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(s[i]); };
+    if (s.empty())
+        return 0;
+    if (s[0] == '$')
+        return 1;
+    char32_t c = 0;
+    std::size_t n = 0;
+    if ((byte(0) & 0xE0) == 0xC0 && s.size() >= 2)
+        c = ((byte(0) & 0x1Fu) << 6) | (byte(1) & 0x3Fu), n = 2;
+    else if ((byte(0) & 0xF0) == 0xE0 && s.size() >= 3)
+        c = ((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), n = 3;
+    else
+        return 0;
+    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F ||
+                c == 0x17DB || (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 ||
+                c == 0xFF04 || c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
+    return sign ? n : 0;
+}
+
 // SQL Server's isnumeric: blanks around, an optional currency sign and sign,
 // digits with thousands commas, one point, an exponent with e or d. A lone
 // sign, point or currency sign passes too, as it does there.
@@ -137,9 +163,7 @@ bool isNumericText(std::string_view s) {
         s.remove_suffix(1);
     if (s.empty())
         return false;
-    std::size_t i = 0;
-    if (s[i] == '$')
-        ++i;
+    std::size_t i = currencySignLength(s);
     if (i < s.size() && (s[i] == '+' || s[i] == '-'))
         ++i;
     std::size_t digits = 0;
@@ -205,7 +229,7 @@ StoredValue convertValue(const ColumnType &type, sqlite3_value *v) {
         if (isText)
             return toStored(vb::Variant(textOf(v)), type);
         if (storage == SQLITE_INTEGER && type.kind != ColumnKind::Float)
-            return static_cast<std::int64_t>(sqlite3_value_int64(v));
+            return exactNumeric(static_cast<std::int64_t>(sqlite3_value_int64(v)), type);
         return toStored(vb::Variant(sqlite3_value_double(v)), type);
     case ColumnKind::Date:
         if (isText)
@@ -229,6 +253,74 @@ void svConvert(sqlite3_context *ctx, int, sqlite3_value **argv) {
     guarded(ctx, [&] { resultStored(ctx, convertValue(columnTypeOf(textOf(argv[0])), argv[1])); });
 }
 
+// The running sum of an aggregate, made in SQLite's zeroed memory at the
+// first row: a mark byte, then the sum at its alignment (SQLite aligns the
+// memory for 8 bytes, the 128-bit total wants 16).
+DecimalSum *sumOf(sqlite3_context *ctx, bool make) {
+    constexpr std::size_t room = 1 + alignof(DecimalSum) + sizeof(DecimalSum);
+    auto *raw = static_cast<unsigned char *>(sqlite3_aggregate_context(ctx, make ? room : 0));
+    if (!raw)
+        return nullptr;
+    void *place = raw + 1;
+    std::size_t space = room - 1;
+    auto *sum = static_cast<DecimalSum *>(
+        std::align(alignof(DecimalSum), sizeof(DecimalSum), place, space));
+    if (raw[0] == 0) {
+        new (sum) DecimalSum();
+        raw[0] = 1;
+    }
+    return sum;
+}
+
+void sumStep(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    guarded(ctx, [&] {
+        switch (sqlite3_value_type(argv[0])) {
+        case SQLITE_NULL:
+            break;
+        case SQLITE_INTEGER:
+            sumOf(ctx, true)->add(static_cast<std::int64_t>(sqlite3_value_int64(argv[0])));
+            break;
+        case SQLITE_FLOAT:
+            sumOf(ctx, true)->add(sqlite3_value_double(argv[0]));
+            break;
+        default:
+            throw vb::Error(0, "", "Operand data type varchar is invalid for sum operator.");
+        }
+    });
+}
+
+void resultDecimal(sqlite3_context *ctx, const Decimal &value, bool integer) {
+    if (integer && value.units >= std::numeric_limits<std::int64_t>::min() &&
+        value.units <= std::numeric_limits<std::int64_t>::max())
+        sqlite3_result_int64(ctx, static_cast<std::int64_t>(value.units));
+    else
+        sqlite3_result_double(ctx, toDouble(value));
+}
+
+void sumFinal(sqlite3_context *ctx) {
+    const DecimalSum *sum = sumOf(ctx, false);
+    if (!sum || sum->count() == 0)
+        return sqlite3_result_null(ctx);
+    resultDecimal(ctx, sum->total(), sum->integers());
+}
+
+// The mean of integers is an integer, cut towards zero; of other numbers it
+// keeps at least 6 places, as SQL Server's avg of a numeric column does.
+void avgFinal(sqlite3_context *ctx) {
+    const DecimalSum *sum = sumOf(ctx, false);
+    if (!sum || sum->count() == 0)
+        return sqlite3_result_null(ctx);
+    Decimal total = sum->total();
+    if (sum->integers())
+        return resultDecimal(ctx, {total.units / sum->count(), 0}, true);
+    int places = std::max(total.scale, 6);
+    Decimal widened{total.units, total.scale};
+    for (; widened.scale < places + 1; ++widened.scale)
+        widened.units *= 10;
+    Decimal mean = rounded({widened.units / sum->count(), widened.scale}, places);
+    resultDecimal(ctx, mean, false);
+}
+
 } // namespace
 
 void registerFunctions(sqlite3 *db) {
@@ -242,6 +334,8 @@ void registerFunctions(sqlite3 *db) {
     sqlite3_create_function(db, "sv_getdate", 0, SQLITE_UTF8, nullptr, &svGetdate, nullptr,
                             nullptr);
     sqlite3_create_function(db, "sv_convert", 2, pure, nullptr, &svConvert, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_sum", 1, pure, nullptr, nullptr, &sumStep, &sumFinal);
+    sqlite3_create_function(db, "sv_avg", 1, pure, nullptr, nullptr, &sumStep, &avgFinal);
 }
 
 } // namespace ado::sqlite

@@ -2,6 +2,7 @@
 
 #include "ado/sqlite/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/GroupingCheck.h"
 #include "ado/sqlite/SqlTree.h"
 #include "ado/sqlite/ValueConversion.h"
 
@@ -17,26 +18,33 @@ using Kind = Token::Kind;
 using Nodes = std::span<const Node>;
 using Positions = std::vector<std::size_t>;
 
-// Words that are never a column, a table alias or a column alias.
-const std::set<std::string> reservedWords = {
-    "all",       "and",    "any",     "as",     "asc",   "begin",    "between", "by",    "case",
-    "collate",   "cross",  "default", "delete", "desc",  "distinct", "else",    "end",   "escape",
-    "except",    "exists", "from",    "full",   "group", "having",   "in",      "inner", "insert",
-    "intersect", "into",   "is",      "join",   "left",  "like",     "limit",   "not",   "null",
-    "on",        "or",     "order",   "outer",  "right", "select",   "set",     "some",  "then",
-    "top",       "union",  "update",  "values", "when",  "where",    "with"};
-
 // Plain renames: SQL Server function name -> the function that does the same here.
 const std::map<std::string, std::string> renamedFunctions = {
     {"isnull", "ifnull"},          {"len", "sv_len"},
     {"left", "sv_left"},           {"right", "sv_right"},
     {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
-    {"getdate", "sv_getdate"}};
+    {"getdate", "sv_getdate"},     {"sum", "sv_sum"},
+    {"avg", "sv_avg"}};
 
 // Functions whose result is text, so that + next to them joins strings.
 const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
                                              "ltrim", "rtrim",   "replace",   "space", "char",
                                              "str",   "reverse", "stuff"};
+
+// Statements of SQLite's own that SQL Server does not know: it reads the
+// first word of such a statement as the name of a stored procedure.
+const std::set<std::string> sqliteStatements = {"pragma",  "attach",  "detach", "vacuum",
+                                                "reindex", "analyze", "explain"};
+
+// The module's text never says limit (top says it); SQL Server would not take it.
+void refuseLimit(Nodes nodes) {
+    for (const auto &n : nodes) {
+        if (n.group)
+            refuseLimit(n.children);
+        else if (n.isWord("limit"))
+            throw statementError("Incorrect syntax near '" + std::string(n.token.text) + "'.");
+    }
+}
 
 const std::set<std::string> comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
 
@@ -45,7 +53,7 @@ const std::set<std::string> selectListEnds = {"from",   "into",  "where",  "grou
                                               "having", "union", "except", "intersect"};
 
 bool isReserved(const Node &n) {
-    return !n.group && n.token.kind == Kind::Word && reservedWords.count(lowerCase(n.token.text));
+    return !n.group && n.token.kind == Kind::Word && isReservedWord(n.token.text);
 }
 
 bool isName(const Node &n) {
@@ -136,10 +144,12 @@ private:
     void planDateComparisons(Level &level);
     void planStrings(Level &level);
 
+    void refuseSqliteOnly(const Level &level);
     void planDeleteInsert(Level &level);
     void planInsertValues(Level &level);
     void planUpdateSet(Level &level);
     void planWrittenLiteral(const Node *value, const ColumnType &type);
+    std::string exactWrite(const std::string &value, const ColumnType &type);
     void planSelectList(Level &level, Translation &result);
     bool nameItem(Level &level, std::size_t a, std::size_t b);
     void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
@@ -183,6 +193,8 @@ std::string Rewriter::statement(Nodes nodes, Translation &result) {
     if (level.sig.empty())
         return sequence(nodes);
     ++result.statements;
+    refuseSqliteOnly(level);
+    checkGrouping(nodes, catalog_);
     planDeleteInsert(level);
     planInsertValues(level);
     planUpdateSet(level);
@@ -377,6 +389,14 @@ void Rewriter::planStrings(Level &level) {
 
 // ---- statement-level rules -------------------------------------------------
 
+void Rewriter::refuseSqliteOnly(const Level &level) {
+    const Node &first = level.at(0);
+    if (first.is(Kind::Word) && sqliteStatements.count(lowerCase(first.token.text)))
+        throw statementError("Could not find stored procedure '" + std::string(first.token.text) +
+                             "'.");
+    refuseLimit(level.nodes);
+}
+
 // delete T where ... and insert T ... without from / into.
 void Rewriter::planDeleteInsert(Level &level) {
     if (!level.has(1))
@@ -415,9 +435,36 @@ void Rewriter::planInsertValues(Level &level) {
         if (!level.at(k).group)
             continue;
         auto parts = splitArguments(level.at(k).children);
-        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i)
-            planWrittenLiteral(single(parts[i]), catalog_.columnType(table, columns[i]));
+        bool exact = false;
+        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i) {
+            ColumnType type = catalog_.columnType(table, columns[i]);
+            planWrittenLiteral(single(parts[i]), type);
+            exact = exact || type.precision > 0;
+        }
+        if (!exact)
+            continue;
+        std::string values = "(";
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            ColumnType type = i < columns.size() ? catalog_.columnType(table, columns[i])
+                                                 : ColumnType{};
+            values += (i ? "," : "") + exactWrite(sequence(parts[i]), type);
+        }
+        level.edits.replace[level.sig[k]] = values + ")";
     }
+}
+
+// A value written into a numeric or money column keeps the column's scale
+// and is refused when too large for it, as SQL Server stores it.
+std::string Rewriter::exactWrite(const std::string &value, const ColumnType &type) {
+    if (type.precision == 0)
+        return value;
+    std::size_t lead = value.find_first_not_of(" \t\r\n");
+    if (lead == std::string::npos)
+        return value;
+    std::string name = type.kind == ColumnKind::Money ? type.name
+                                                      : "numeric(" + std::to_string(type.precision) +
+                                                            "," + std::to_string(type.scale) + ")";
+    return value.substr(0, lead) + "sv_convert('" + name + "', " + trimmed(value) + ")";
 }
 
 // update T set c = '...', ...: the same rules as for inserted values.
@@ -426,11 +473,29 @@ void Rewriter::planUpdateSet(Level &level) {
         return;
     std::size_t k = nameChainEnd(level, 1);
     std::string table = level.at(k).token.name();
-    for (++k; level.has(k) && !level.at(k).isWord("where") && !level.at(k).isWord("from"); ++k)
-        if (level.at(k).isSymbol("=") && k > 0 && isName(level.at(k - 1)) && level.has(k + 1) &&
-            (!level.has(k + 2) || level.at(k + 2).isSymbol(",") || level.at(k + 2).isWord("where")))
-            planWrittenLiteral(&level.at(k + 1),
-                               catalog_.columnType(table, level.at(k - 1).token.name()));
+    auto endsValue = [&](std::size_t e) {
+        return !level.has(e) || level.at(e).isSymbol(",") || level.at(e).isWord("where") ||
+               level.at(e).isWord("from");
+    };
+    for (++k; level.has(k) && !level.at(k).isWord("where") && !level.at(k).isWord("from"); ++k) {
+        if (!level.at(k).isSymbol("=") || k == 0 || !isName(level.at(k - 1)) || !level.has(k + 1))
+            continue;
+        ColumnType type = catalog_.columnType(table, level.at(k - 1).token.name());
+        if (endsValue(k + 2))
+            planWrittenLiteral(&level.at(k + 1), type);
+        if (type.precision == 0)
+            continue;
+        std::size_t last = k + 1;
+        while (!endsValue(last + 1))
+            ++last;
+        std::string name = type.kind == ColumnKind::Money
+                               ? type.name
+                               : "numeric(" + std::to_string(type.precision) + "," +
+                                     std::to_string(type.scale) + ")";
+        level.edits.after[level.sig[k]] += " sv_convert('" + name + "',";
+        level.edits.after[level.sig[last]] += ")";
+        k = last;
+    }
 }
 
 // A string literal written into a column: a date column takes the stored
@@ -442,6 +507,8 @@ void Rewriter::planWrittenLiteral(const Node *value, const ColumnType &type) {
         dateStrings_.insert(value);
     else if (type.numeric())
         toStored(vb::Variant(value->token.stringValue()), type);
+    else if (type.kind == ColumnKind::Text)
+        fittedText(value->token.stringValue(), type);
 }
 
 // The names of the result columns are those the statement gives: a column
