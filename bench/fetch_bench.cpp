@@ -114,12 +114,27 @@ BENCHMARK(BM_FetchEnterToFilledGrid)
     ->Args({100000, 1})
     ->Unit(benchmark::kMillisecond);
 
-// The entry form's list search: Search reloads the list ordered by the
-// description (a new entry: the godown's stock, one line per item), then
-// searchtheword finds a row, as the search box's Enter runs them. Where the
-// database refuses the reload (its select names columns outside the GROUP
-// BY), what is measured is that refusal with the reports that follow it, as
-// a clerk meets it; the counter "refused" tells which.
+// 20,000 lines in the entry's list, as the detail form leaves them: item
+// codes in order, so that a search by code holds.
+void fillList(tqsv2731::frmStockVerification &entry) {
+    forms::ListItemCollection &rows = entry.lvwRequest.ListItems();
+    rows.Clear();
+    for (int i = 1; i <= 20000; ++i) {
+        char code[16];
+        std::snprintf(code, sizeof code, "GRO%06d", i);
+        forms::ListItem &row = rows.Add(0, "", std::to_string(i));
+        for (int n = 1; n <= 13; ++n) {
+            row.setSubItems(n, n == 2 ? code : std::to_string(i));
+        }
+    }
+}
+
+// The search box's Enter on an entry of 20,000 lines: Search reloads the
+// list ordered by the search column (a new entry: the godown's stock, one
+// line per item, about 20,000 on this demo), then searchtheword finds a row.
+// The database refuses the reload, whose select names columns outside its
+// GROUP BY: what is measured then is that refusal and the reports that
+// follow it, as a clerk meets it. The counter "refused" tells which ran.
 void BM_ListSearchAndFind(benchmark::State &state) {
     // About three in four demo items stand in godown 1's stock.
     Session s(26150);
@@ -134,39 +149,36 @@ void BM_ListSearchAndFind(benchmark::State &state) {
     };
     // A first run shows how many failure reports each run answers; answers
     // that no report takes are never asked for.
+    fillList(entry);
     for (int box = 0; box < 2; ++box) {
         s.ui.queueAnswer(forms::vbOK);
     }
     search();
     const std::size_t reports = s.ui.boxes().size();
-    const int lines = entry.lvwRequest.ListItems().Count();
+    const int reloaded = entry.lvwRequest.ListItems().Count();
     for (auto _ : state) {
+        state.PauseTiming();
+        fillList(entry);
         for (std::size_t box = 0; box < reports; ++box) {
             s.ui.queueAnswer(forms::vbOK);
         }
+        state.ResumeTiming();
         search();
         benchmark::DoNotOptimize(entry.lvwRequest.selectedItemOrNull());
     }
-    state.counters["lines"] = lines;
+    state.counters["reloaded"] = reloaded;
     state.counters["refused"] = reports > 0 ? 1 : 0;
 }
 BENCHMARK(BM_ListSearchAndFind)->Unit(benchmark::kMillisecond);
 
-// The binary search alone, over 20,000 lines as an accepted reload leaves them.
+// The binary search alone, over 20,000 lines.
 void BM_ListFindOnly(benchmark::State &state) {
     Session s(100);
     tqsv2731::frmStockVerification &entry = s.m.frmStockVerification();
-    forms::ListItemCollection &rows = entry.lvwRequest.ListItems();
-    for (int i = 1; i <= 20000; ++i) {
-        char code[16];
-        std::snprintf(code, sizeof code, "GRO%06d", i);
-        forms::ListItem &row = rows.Add(0, "", std::to_string(i));
-        for (int n = 1; n <= 13; ++n) {
-            row.setSubItems(n, n == 2 ? code : std::to_string(i));
-        }
-    }
+    fillList(entry);
     entry.cboSearch.setListIndex(1);
     entry.txtsearch.setText("GRO0100");
+    forms::ListItemCollection &rows = entry.lvwRequest.ListItems();
     for (auto _ : state) {
         rows(1).setSelected(true);
         entry.searchtheword();
