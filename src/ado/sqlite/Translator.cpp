@@ -160,6 +160,7 @@ private:
     bool isTextOperandAfter(const Level &level, std::size_t k) const;
     bool isTextCall(const Node &name, const Node &group) const;
     ColumnKind kindBefore(const Level &level, std::size_t k) const;
+    bool isDateCall(const Node &name, const Node &group) const;
     ColumnKind kindAfter(const Level &level, std::size_t k) const;
     std::size_t nameChainEnd(const Level &level, std::size_t k) const;
     std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
@@ -334,6 +335,12 @@ void Rewriter::planConcatenation(Level &level) {
 void Rewriter::planDateComparisons(Level &level) {
     for (std::size_t k = 0; k < level.sig.size(); ++k) {
         const Node &n = level.at(k);
+        if (n.group && k > 0 && level.at(k - 1).is(Kind::Word) &&
+            (level.at(k - 1).isWord("isnull") || level.at(k - 1).isWord("coalesce")) &&
+            isDateCall(level.at(k - 1), n))
+            for (const auto &child : n.children)
+                if (child.is(Kind::String))
+                    dateStrings_.insert(&child);
         if (n.group && k > 0 && level.at(k - 1).isWord("in") &&
             kindBefore(level, k - 1) == ColumnKind::Date) {
             for (const auto &child : n.children)
@@ -693,9 +700,31 @@ bool Rewriter::isTextOperandAfter(const Level &level, std::size_t k) const {
 ColumnKind Rewriter::kindBefore(const Level &level, std::size_t k) const {
     if (k > 0 && level.at(k - 1).isWord("not"))
         --k;
+    if (k >= 2 && level.at(k - 1).group && level.at(k - 2).is(Kind::Word) &&
+        isDateCall(level.at(k - 2), level.at(k - 1)))
+        return ColumnKind::Date;
     if (k == 0 || !isName(level.at(k - 1)))
         return ColumnKind::Unknown;
     return catalog_.kindOfColumn(level.at(k - 1).token.name());
+}
+
+// isnull, coalesce, max or min of a date column gives a date: isnull(svhdate,
+// '19000101') > '20261101', having max(svhdate) > '...'. Text among the
+// arguments of isnull and coalesce is a date too.
+bool Rewriter::isDateCall(const Node &name, const Node &group) const {
+    static const std::set<std::string> dateKeeping = {"isnull", "coalesce", "max", "min"};
+    if (!dateKeeping.count(lowerCase(name.token.text)))
+        return false;
+    auto parts = splitArguments(group.children);
+    std::vector<std::size_t> sig = significantPositions(parts[0]);
+    if (sig.empty() || sig.size() % 2 == 0)
+        return false;
+    for (std::size_t i = 0; i < sig.size(); ++i) {
+        const Node &n = parts[0][sig[i]];
+        if (i % 2 ? !n.isSymbol(".") : !isName(n))
+            return false;
+    }
+    return catalog_.kindOfColumn(parts[0][sig.back()].token.name()) == ColumnKind::Date;
 }
 
 // The kind of the column (a.b.c) that starts just after position k.
@@ -703,8 +732,9 @@ ColumnKind Rewriter::kindAfter(const Level &level, std::size_t k) const {
     if (!level.has(k + 1) || !isName(level.at(k + 1)))
         return ColumnKind::Unknown;
     std::size_t end = nameChainEnd(level, k + 1);
-    if (level.has(end + 1) && level.at(end + 1).group)
-        return ColumnKind::Unknown; // a function call
+    if (level.has(end + 1) && level.at(end + 1).group) // a function call
+        return end == k + 1 && isDateCall(level.at(end), level.at(end + 1)) ? ColumnKind::Date
+                                                                            : ColumnKind::Unknown;
     return catalog_.kindOfColumn(level.at(end).token.name());
 }
 
