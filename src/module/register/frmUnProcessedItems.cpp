@@ -66,11 +66,8 @@ void frmUnProcessedItems::Form_Load() {
             throw vb::Error::standard(vb::err::ObjectNotSet);
         }
         m_.objScreenPalette->ApplyScreenPalette(*this);
-        // The recordset is set before the first touch loads the form, so the
-        // rows are there to read; a form touched without it lists nothing.
-        if (rsUnProcessed.State() == 0) {
-            return;
-        }
+        // The register hands the rows over before the form loads (a form
+        // loaded without them fails here, and its report says so).
         while (!rsUnProcessed.Eof()) {
             forms::ListItem &item = lvwUnProcessed.ListItems().Add(
                 0, "", vb::CStr(rsUnProcessed.Fields(columns[0].field).Value()));

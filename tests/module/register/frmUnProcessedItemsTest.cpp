@@ -65,7 +65,11 @@ TEST(frmUnProcessedItemsTest, NoUnprocessedRowsLetTheEntryFormOpen) {
 TEST(frmUnProcessedItemsTest, ItemIdsAreJoinedOnceAndAShorterIdInsideALongerOneIsLost) {
     ModuleSession s(total(1));
     s.m.frmMaster();
+    // Loaded without the register's rows, the form reports that and lists nothing.
+    s.ui.queueAnswer(forms::vbOK);
     frmUnProcessedItems &d = s.m.frmUnProcessedItems();
+    EXPECT_EQ(s.ui.boxes().at(0).prompt.find("Error 3704 in Form_Load (frmUnProcessedItems)"), 0u)
+        << s.ui.boxes().at(0).prompt;
     for (const char *id : {"112", "7", "12", "7", "3"}) {
         d.lvwUnProcessed.ListItems().Add(0, "", "T").setSubItems(7, id);
     }
@@ -79,14 +83,15 @@ TEST(frmUnProcessedItemsTest, PreviewSwapsTheWordInTheUpperCasedPathAndReportsAM
     ModuleSession s(total(1));
     s.m.AppPath = "/opt/Inventory/bin";
     s.m.frmMaster();
+    s.ui.queueAnswer(forms::vbOK); // loaded without rows
     frmUnProcessedItems &d = s.m.frmUnProcessedItems();
     d.lvwUnProcessed.ListItems().Add(0, "", "T").setSubItems(7, "4");
     s.ui.queueAnswer(forms::vbOK,
                      "Report File '/OPT/RVLDT/BIN\\Reports\\rptUnProcessedQuantities.rpt' not found");
     s.ui.queueAnswer(forms::vbOK); // the fault desk
     d.cmdPreview_Click();
-    EXPECT_EQ(s.ui.boxes()[0].buttons, 16);
-    EXPECT_EQ(s.ui.boxes()[1].prompt.find("Error 20504 in CmdPreview_Click (frmUnProcessedItems)"),
+    EXPECT_EQ(s.ui.boxes()[1].buttons, 16);
+    EXPECT_EQ(s.ui.boxes()[2].prompt.find("Error 20504 in CmdPreview_Click (frmUnProcessedItems)"),
               0u);
     EXPECT_EQ(d.crptSelectionFormula, "{vwquantityunprocessed.itemid} IN [4]");
     EXPECT_EQ(d.MousePointer(), 0);
