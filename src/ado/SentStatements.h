@@ -1,4 +1,5 @@
-// The record of what the module sent to its database, for tests that check it statement by statement.
+// The record of what the module sent to its database, for tests that check it statement by
+// statement.
 #pragma once
 
 #include "ado/Operation.h"

@@ -8,10 +8,10 @@
 
 namespace {
 
+using ado::sqlite::Decimal;
 using adotest::errorOf;
 using adotest::scalar;
 using adotest::TempDatabase;
-using ado::sqlite::Decimal;
 
 std::string text(const Decimal &d) {
     return std::to_string(static_cast<long long>(d.units)) + "e-" + std::to_string(d.scale);
@@ -28,7 +28,7 @@ TEST(DecimalTest, ADoubleStandsForTheDecimalItWasWrittenAs) {
 TEST(DecimalTest, RoundingIsHalfAwayFromZero) {
     auto round3 = [](double v) { return ado::sqlite::toNumeric(v, 18, 3); };
     EXPECT_EQ(round3(1.23456), 1.235);
-    EXPECT_EQ(round3(2.0005), 2.001);  // the double is just below 2.0005
+    EXPECT_EQ(round3(2.0005), 2.001); // the double is just below 2.0005
     EXPECT_EQ(round3(-2.0005), -2.001);
     EXPECT_EQ(round3(2.0004999), 2.0);
     EXPECT_EQ(round3(0.0005), 0.001);
@@ -44,7 +44,8 @@ TEST(DecimalTest, PrecisionBoundsTheDigitsBeforeThePoint) {
     EXPECT_EQ(ado::sqlite::toNumeric(99.994, 4, 2), 99.99);
     auto e = errorOf([] { ado::sqlite::toNumeric(99.995, 4, 2); }); // rounds to 100.00
     EXPECT_EQ(e.number(), -2147217913);
-    EXPECT_EQ(e.description(), "Arithmetic overflow error converting numeric to data type numeric.");
+    EXPECT_EQ(e.description(),
+              "Arithmetic overflow error converting numeric to data type numeric.");
     EXPECT_EQ(ado::sqlite::toNumeric(std::int64_t{-99}, 4, 2), -99);
     EXPECT_EQ(errorOf([] { ado::sqlite::toNumeric(std::int64_t{100}, 4, 2); }).number(),
               -2147217913);
@@ -131,7 +132,8 @@ TEST_F(ExactColumnsTest, SumsOfDecimalsNetToZeroAndCompareAsSqlServerCompares) {
                   .Fields(1)
                   .Value(),
               vb::Variant(7));
-    c.Execute("insert into loiStockVerificationHeader (svhid, svhno, svhGodownid) values (1, 'A', 1)");
+    c.Execute(
+        "insert into loiStockVerificationHeader (svhid, svhno, svhGodownid) values (1, 'A', 1)");
     auto e = errorOf([&] { c.Execute("select sum(svhno) from loiStockVerificationHeader").Eof(); });
     EXPECT_EQ(e.number(), -2147217900);
     EXPECT_NE(e.description().find("Operand data type varchar is invalid for sum operator."),

@@ -96,9 +96,9 @@ TEST(FaultTest, StatementFaultsCountOnlyStatementsAndNeedTheWholePrefix) {
     c.BeginTrans();
     c.Execute("insert into aItem (ItemId) values (1)");
     ado::Recordset rs;
-    EXPECT_EQ(errorOf([&] { rs.Open("select * from aItem", c, ado::adOpenKeyset,
-                                    ado::adLockOptimistic); })
-                  .description(),
+    EXPECT_EQ(errorOf([&] {
+                  rs.Open("select * from aItem", c, ado::adOpenKeyset, ado::adLockOptimistic);
+              }).description(),
               "second statement");
     c.RollbackTrans();
     EXPECT_EQ(c.pendingFaults(), 1u) << "\"aItems\" is no prefix of \"aItem (\"";
@@ -127,10 +127,10 @@ TEST(SentStatementsTest, KeepsStatementsAndTransactionCallsInOrderFailedOnesToo)
         c.Execute("select count(*) from aItem"); // a tool's own check is not kept
     }
     c.RollbackTrans();
-    EXPECT_EQ(c.takeStatements(),
-              (std::vector<std::string>{"BeginTrans", "insert into aItem (ItemId) values (1) ",
-                                        "select * from aItem", "delete from aItem",
-                                        "RollbackTrans"}));
+    EXPECT_EQ(
+        c.takeStatements(),
+        (std::vector<std::string>{"BeginTrans", "insert into aItem (ItemId) values (1) ",
+                                  "select * from aItem", "delete from aItem", "RollbackTrans"}));
     EXPECT_TRUE(c.takeStatements().empty());
     c.recordStatements(false);
     c.Execute("select 1");

@@ -33,7 +33,8 @@ TEST(IsolationTest, AReaderWaitsForAnotherUsersUncommittedWriteAndReadsIt) {
 
     first.BeginTrans();
     vb::Variant next = firstValue(
-        first, "select isnull(max(svhid),0) + 1 from loiStockVerificationHeader where svhGodownid = 1");
+        first,
+        "select isnull(max(svhid),0) + 1 from loiStockVerificationHeader where svhGodownid = 1");
     first.Execute("insert into loiStockVerificationHeader (svhid, svhGodownid) values (" +
                   vb::CStr(next) + ", 1)");
     std::thread committer([&] {
@@ -42,7 +43,8 @@ TEST(IsolationTest, AReaderWaitsForAnotherUsersUncommittedWriteAndReadsIt) {
     });
     second.BeginTrans();
     vb::Variant seen = firstValue(
-        second, "select isnull(max(svhid),0) + 1 from loiStockVerificationHeader where svhGodownid = 1");
+        second,
+        "select isnull(max(svhid),0) + 1 from loiStockVerificationHeader where svhGodownid = 1");
     committer.join();
     second.RollbackTrans();
     EXPECT_EQ(next, vb::Variant(2));

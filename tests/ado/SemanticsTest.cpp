@@ -54,7 +54,9 @@ TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
     c.Execute("insert aItem (ItemId, itemcode) values (4, 'CAFÉ ŒUVRE ΣΩ ЖЁ')");
     EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'café œuvre σω жё  '"), "4");
     EXPECT_EQ(first(c, "select count(*) from aItem where itemcode = 'cafe œuvre σω жё'"), "0");
-    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ ŒUVRE ΣΩ ЖЁЁ'"), "1");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ "
+                       "ŒUVRE ΣΩ ЖЁЁ'"),
+              "1");
 }
 
 TEST_F(SemanticsTest, LikeTakesSqlServersPatterns) {
@@ -113,6 +115,11 @@ TEST_F(SemanticsTest, IsnumericAndConvertFollowSqlServer) {
     EXPECT_EQ(first(c, "select convert(int, 12.9)"), "12");
     EXPECT_EQ(first(c, "select convert(varchar(3), 'abcdef')"), "abc");
     EXPECT_EQ(first(c, "select convert(varchar(24), 12.5)"), "12.5");
+    // A float keeps 6 significant digits, as SQL Server writes it.
+    EXPECT_EQ(first(c, "select convert(varchar(24), 1234.56789)"), "1234.57");
+    EXPECT_EQ(first(c, "select convert(varchar(24), 1234567.5)"), "1.23457e+006");
+    EXPECT_EQ(first(c, "select convert(varchar(24), 0.00001234)"), "1.234e-005");
+    EXPECT_EQ(first(c, "select convert(varchar(24), 0.1 + 0.2)"), "0.3");
     auto e = errorOf([&] { first(c, "select convert(int, 'SV')"); });
     EXPECT_EQ(e.number(), -2147217913);
     EXPECT_EQ(e.description(), "Conversion failed when converting the varchar value 'SV' to "

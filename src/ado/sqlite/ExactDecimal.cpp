@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <iterator>
 #include <optional>
-#include <cstdlib>
 #include <string>
 
 namespace ado::sqlite {
@@ -151,7 +151,8 @@ void DecimalSum::add(double value) {
     // A value of few places, as quantities and prices are, is read off at once.
     for (int places = 0; places <= 4; ++places) {
         double x = value * powersOf10[places];
-        if (std::fabs(x) < 1e14 && std::fabs(x - std::round(x)) < 1e-12 * std::max(1.0, std::fabs(x)))
+        if (std::fabs(x) < 1e14 &&
+            std::fabs(x - std::round(x)) < 1e-12 * std::max(1.0, std::fabs(x)))
             return add(Decimal{static_cast<std::int64_t>(std::round(x)), places});
     }
     add(decimalOf(value));

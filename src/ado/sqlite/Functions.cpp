@@ -12,14 +12,15 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <memory>
 #include <new>
 #include <optional>
-#include <vector>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ado::sqlite {
 
@@ -186,9 +187,9 @@ std::size_t currencySignLength(std::string_view s) {
         c = ((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), n = 3;
     else
         return 0;
-    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F ||
-                c == 0x17DB || (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 ||
-                c == 0xFF04 || c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
+    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F || c == 0x17DB ||
+                (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 || c == 0xFF04 ||
+                c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
     return sign ? n : 0;
 }
 
@@ -244,11 +245,27 @@ void svGetdate(sqlite3_context *ctx, int, sqlite3_value **) {
     guarded(ctx, [&] { resultText(ctx, canonicalDate(vb::Now())); });
 }
 
+// A float as convert(varchar, x) writes it: at most 6 significant digits,
+// and the exponent form, with three exponent digits, for numbers of more
+// than 6 digits before the point or less than 0.0001 ("1.23457e+006").
+std::string floatText(double x) {
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%.6g", x);
+    std::string text = buffer;
+    auto e = text.find('e');
+    if (e == std::string::npos)
+        return text;
+    std::string digits = text.substr(e + 2);
+    while (digits.size() < 3)
+        digits.insert(digits.begin(), '0');
+    return text.substr(0, e + 2) + digits;
+}
+
 std::string numberText(sqlite3_value *v) {
     if (sqlite3_value_type(v) == SQLITE_INTEGER)
         return std::to_string(sqlite3_value_int64(v));
     if (sqlite3_value_type(v) == SQLITE_FLOAT)
-        return vb::CStr(vb::Variant(sqlite3_value_double(v)));
+        return floatText(sqlite3_value_double(v));
     return textOf(v);
 }
 
@@ -387,8 +404,9 @@ void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
             std::string e = textOf(argv[2]);
             std::size_t i = 0;
             if (e.empty())
-                throw vb::Error(0, "", "The invalid escape character \"\" was specified in a "
-                                       "LIKE predicate.");
+                throw vb::Error(0, "",
+                                "The invalid escape character \"\" was specified in a "
+                                "LIKE predicate.");
             escape = nextFolded(e, i);
         }
         sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));

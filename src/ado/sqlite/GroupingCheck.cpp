@@ -17,11 +17,11 @@ namespace {
 using Kind = Token::Kind;
 using Nodes = std::span<const Node>;
 
-const std::set<std::string> aggregates = {"count", "count_big", "sum", "avg", "min",
+const std::set<std::string> aggregates = {"count", "count_big", "sum", "avg",         "min",
                                           "max",   "stdev",     "var", "checksum_agg"};
 
 // Words that end one clause of a select and start the next.
-const std::set<std::string> clauseWords = {"from",  "into",   "where",  "group",    "having",
+const std::set<std::string> clauseWords = {"from",  "into",  "where",  "group",    "having",
                                            "order", "union", "except", "intersect"};
 
 bool isName(const Node &n) {
@@ -155,9 +155,8 @@ Nodes withoutAlias(Nodes item) {
         return s.span(0, s.size() - 2);
     bool operandEnds = before.group || before.is(Kind::Quoted) || before.is(Kind::Number) ||
                        before.is(Kind::String) ||
-                       (before.is(Kind::Word) &&
-                        (!isReservedWord(before.token.text) || before.isWord("end") ||
-                         before.isWord("null")));
+                       (before.is(Kind::Word) && (!isReservedWord(before.token.text) ||
+                                                  before.isWord("end") || before.isWord("null")));
     return operandEnds ? s.span(0, s.size() - 1) : item;
 }
 
@@ -243,7 +242,8 @@ SelectCheck::resolve(const Reference &ref) const {
     };
     std::optional<std::size_t> found;
     for (std::size_t i = 0; i < sources_.size(); ++i) {
-        bool named = ref.size() == 1 || lowerCase(sources_[i].shown) == lowerCase(ref[ref.size() - 2]);
+        bool named =
+            ref.size() == 1 || lowerCase(sources_[i].shown) == lowerCase(ref[ref.size() - 2]);
         if (!named || !hasColumn(sources_[i]))
             continue;
         if (found)
@@ -252,7 +252,8 @@ SelectCheck::resolve(const Reference &ref) const {
     }
     if (!found)
         return std::nullopt;
-    std::string shown = (ref.size() == 1 ? sources_[*found].shown : ref[ref.size() - 2]) + "." + column;
+    std::string shown =
+        (ref.size() == 1 ? sources_[*found].shown : ref[ref.size() - 2]) + "." + column;
     return std::pair{Place{*found, lowerCase(column)}, shown};
 }
 

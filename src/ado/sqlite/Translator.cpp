@@ -19,12 +19,15 @@ using Nodes = std::span<const Node>;
 using Positions = std::vector<std::size_t>;
 
 // Plain renames: SQL Server function name -> the function that does the same here.
-const std::map<std::string, std::string> renamedFunctions = {
-    {"isnull", "ifnull"},          {"len", "sv_len"},
-    {"left", "sv_left"},           {"right", "sv_right"},
-    {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
-    {"getdate", "sv_getdate"},     {"sum", "sv_sum"},
-    {"avg", "sv_avg"}};
+const std::map<std::string, std::string> renamedFunctions = {{"isnull", "ifnull"},
+                                                             {"len", "sv_len"},
+                                                             {"left", "sv_left"},
+                                                             {"right", "sv_right"},
+                                                             {"substring", "sv_substring"},
+                                                             {"isnumeric", "sv_isnumeric"},
+                                                             {"getdate", "sv_getdate"},
+                                                             {"sum", "sv_sum"},
+                                                             {"avg", "sv_avg"}};
 
 // Functions whose result is text, so that + next to them joins strings.
 const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
@@ -161,6 +164,7 @@ private:
     bool isTextCall(const Node &name, const Node &group) const;
     ColumnKind kindBefore(const Level &level, std::size_t k) const;
     bool isDateCall(const Node &name, const Node &group) const;
+    void checkComparedText(const Node &text, ColumnKind kind);
     ColumnKind kindAfter(const Level &level, std::size_t k) const;
     std::size_t nameChainEnd(const Level &level, std::size_t k) const;
     std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
@@ -350,22 +354,38 @@ void Rewriter::planDateComparisons(Level &level) {
         }
         if (!n.is(Kind::String))
             continue;
-        bool date = false;
+        ColumnKind kind = ColumnKind::Unknown;
         if (k > 0) {
             const Node &before = level.at(k - 1);
             if ((before.is(Kind::Symbol) && comparisons.count(std::string(before.token.text))) ||
                 before.isWord("between"))
-                date = kindBefore(level, k - 1) == ColumnKind::Date;
+                kind = kindBefore(level, k - 1);
             else if (before.isWord("and") && k >= 3 && level.at(k - 2).is(Kind::String) &&
                      level.at(k - 3).isWord("between"))
-                date = kindBefore(level, k - 3) == ColumnKind::Date;
+                kind = kindBefore(level, k - 3);
         }
-        if (!date && level.has(k + 1) && level.at(k + 1).is(Kind::Symbol) &&
+        if (kind == ColumnKind::Unknown && level.has(k + 1) && level.at(k + 1).is(Kind::Symbol) &&
             comparisons.count(std::string(level.at(k + 1).token.text)))
-            date = kindAfter(level, k + 1) == ColumnKind::Date;
-        if (date)
+            kind = kindAfter(level, k + 1);
+        if (kind == ColumnKind::Date)
             dateStrings_.insert(&n);
+        else
+            checkComparedText(n, kind);
     }
+}
+
+// Text compared with a number column converts to the column's type, as SQL
+// Server converts it; text that is no number refuses the statement
+// ("Conversion failed when converting the varchar value 'x' to data type int.").
+void Rewriter::checkComparedText(const Node &text, ColumnKind kind) {
+    const char *type = kind == ColumnKind::Integer   ? "int"
+                       : kind == ColumnKind::Decimal ? "numeric"
+                       : kind == ColumnKind::Float   ? "float"
+                       : kind == ColumnKind::Money   ? "money"
+                       : kind == ColumnKind::Bit     ? "bit"
+                                                     : nullptr;
+    if (type)
+        toStored(vb::Variant(text.token.stringValue()), columnTypeOf(type));
 }
 
 // String literals compare as SQL Server compares text: ignoring letter case
@@ -452,8 +472,8 @@ void Rewriter::planInsertValues(Level &level) {
             continue;
         std::string values = "(";
         for (std::size_t i = 0; i < parts.size(); ++i) {
-            ColumnType type = i < columns.size() ? catalog_.columnType(table, columns[i])
-                                                 : ColumnType{};
+            ColumnType type =
+                i < columns.size() ? catalog_.columnType(table, columns[i]) : ColumnType{};
             values += (i ? "," : "") + exactWrite(sequence(parts[i]), type);
         }
         level.edits.replace[level.sig[k]] = values + ")";
@@ -468,9 +488,10 @@ std::string Rewriter::exactWrite(const std::string &value, const ColumnType &typ
     std::size_t lead = value.find_first_not_of(" \t\r\n");
     if (lead == std::string::npos)
         return value;
-    std::string name = type.kind == ColumnKind::Money ? type.name
-                                                      : "numeric(" + std::to_string(type.precision) +
-                                                            "," + std::to_string(type.scale) + ")";
+    std::string name =
+        type.kind == ColumnKind::Money
+            ? type.name
+            : "numeric(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
     return value.substr(0, lead) + "sv_convert('" + name + "', " + trimmed(value) + ")";
 }
 

@@ -1,8 +1,8 @@
 #include "ado/sqlite/ValueConversion.h"
 
 #include "ado/sqlite/DateText.h"
-#include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/ExactDecimal.h"
 #include "vb/Conversion.h"
 
 #include <cctype>
@@ -211,7 +211,8 @@ std::string fittedText(std::string text, const ColumnType &type) {
         return text;
     // Blanks past the end are dropped without a word, as SQL Server drops them.
     std::size_t kept = text.find_last_not_of(' ');
-    std::string_view core = kept == std::string::npos ? std::string_view() : std::string_view(text).substr(0, kept + 1);
+    std::string_view core =
+        kept == std::string::npos ? std::string_view() : std::string_view(text).substr(0, kept + 1);
     if (characters(core) > length)
         throw truncationError();
     text.resize(core.size() + (length - characters(core)));
