@@ -42,6 +42,27 @@ TEST(FormTest, ModalShowReturnsAfterTheFormIsUnloaded) {
     EXPECT_EQ(m.s.screen.ActiveForm(), nullptr);
 }
 
+TEST(FormTest, AFormHandedItsDataBeforeLoadingIsTheOneThatLoads) {
+    Module m;
+    SampleForm &first = m.entry.unloaded();
+    first.setTag("rows");
+    EXPECT_FALSE(first.Loaded());
+    EXPECT_TRUE(m.log.lines.empty()) << "no Form_Load yet";
+    EXPECT_EQ(&m.entry.unloaded(), &first);
+    EXPECT_EQ(&m.entry.get(), &first);
+    EXPECT_EQ(m.log.lines, (std::vector<std::string>{"frmEntry.Load"}));
+    EXPECT_EQ(first.Tag(), "rows");
+
+    // After an Unload the next form is a fresh one, with nothing handed over.
+    first.Unload();
+    SampleForm &second = m.entry.unloaded();
+    EXPECT_FALSE(second.LoadedOnce());
+    EXPECT_EQ(second.Tag(), "");
+    second.Show(vbModeless);
+    EXPECT_TRUE(second.Loaded());
+    EXPECT_EQ(&m.entry.get(), &second);
+}
+
 TEST(FormTest, NestedModalFormsReturnInOrderAndReactivateTheOwner) {
     Module m;
     SampleForm &main = m.main.get();

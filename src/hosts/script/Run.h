@@ -14,6 +14,7 @@
 #include "vb/Error.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 #include <string>
@@ -107,6 +108,9 @@ private:
     ado::Connection connection_;
     ScriptUi ui_;
     forms::Screen screen_{ui_};
+    /// What the show targets keep between shows; declared last so that it
+    /// goes before the screen it was shown on.
+    std::shared_ptr<void> kept_;
 };
 
 } // namespace script

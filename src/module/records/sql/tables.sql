@@ -444,7 +444,10 @@ CREATE TABLE loiTotalVerificationChange (
     tvcOldStock NUMERIC(18,3) NOT NULL,
     tvcNewStock NUMERIC(18,3) NOT NULL
 );
-CREATE INDEX ixTotalVerificationChange ON loiTotalVerificationChange (tvcGodownId, tvcSvhId);
+-- By item and shipment as well: the reversal finds each stock row's change by seeking, not by
+-- scanning the whole record of a count over a large godown.
+CREATE INDEX ixTotalVerificationChange
+    ON loiTotalVerificationChange (tvcGodownId, tvcSvhId, tvcItemId, tvcShipmentId);
 
 -- Stored procedures, run by the data layer inside the caller's transaction: params names the
 -- parameters in order with their types, body is SQLite statements separated by ';'.
