@@ -73,7 +73,7 @@ ado::Connection openDatabase(const tui::SessionConfig &config) {
 }
 
 void runSession(const tui::SessionConfig &config) {
-    programFolder(config);
+    const std::filesystem::path home = programFolder(config);
     vb::setShortDateFormat(config.shortDate);
     ado::Connection connection = openDatabase(config);
 
@@ -88,6 +88,7 @@ void runSession(const tui::SessionConfig &config) {
     services::Context context(host.screen());
     context.connection = connection;
     context.companyId = config.companyId;
+    context.programFolder = home;
     tqsv2731::registerClsStockVerification();
     auto module = services::CreateObject<tqsv2731::clsStockVerification>(
         tqsv2731::clsStockVerification::CreationName, context);

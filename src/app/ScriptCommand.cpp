@@ -38,6 +38,7 @@ void showRegister(const script::ShowContext &show) {
     services::Context context(show.screen, show.scratchDir);
     context.connection = show.connection;
     context.companyId = show.session.companyId;
+    context.programFolder = show.session.homeDir;
     tqsv2731::registerClsStockVerification();
     auto module = services::CreateObject<tqsv2731::clsStockVerification>(
         tqsv2731::clsStockVerification::CreationName, context);

@@ -12,6 +12,7 @@
 #include "forms/TextBox.h"
 #include "vb/Date.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -118,6 +119,37 @@ public:
     /// New: opens the entry form for a new entry of the process date and
     /// refreshes the buttons when it closes.
     void cmdnew_Click();
+
+    // ---- the text slip (printing/frmMaster_printing.cpp) ---------------------
+
+    /// Writes the slip of entry `id` to the slip file or the printer port, as
+    /// ShopSetting.txt shapes it; frmPrint must be loaded, since its
+    /// optScreen chooses the output.
+    void PrintBill(std::int32_t id);
+    /// The earlier form of PrintBill; nothing calls it.
+    void PrintBillOld(std::int32_t id);
+    /// The slip's header: title, company, godown and entry lines.
+    void HeaderPrint(std::int32_t id);
+    /// An empty line and the user's name with the date and time, centred.
+    void FooterPrint();
+    /// `n` blanks; none for 0 or less.
+    std::string AddSpace(std::int16_t n);
+    /// `str` with blanks in front that centre its trimmed text over `width`.
+    std::string CenterMe(std::string str, std::int16_t width);
+
+    std::string strSettingsFile;
+    std::string strSettingKey;
+    std::string strPrintPort;
+    std::string strDashLine;
+    std::int16_t intPageWidth = 0;
+    std::int16_t intPrintRows = 0;
+    std::int16_t intColSlNo = 0;
+    std::int16_t intColQty = 0;
+    std::int16_t intColUnit = 0;
+    std::int16_t intColRate = 0;
+    std::int16_t intColAmount = 0;
+    std::int16_t intColDescription = 0;
+    std::int16_t intHeadLines = 0;
 
 private:
     /// Form_Load's services: data, tools, and the audit trail opened.
