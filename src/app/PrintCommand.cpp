@@ -183,7 +183,6 @@ int printEntry(const Arguments &a) {
     services::Context context(screen);
     context.connection = connection;
     context.companyId = a.company;
-    context.programFolder = home;
     context.dataSources = a.dataSources;
 
     tqsv2731::Module m(context);
@@ -194,6 +193,7 @@ int printEntry(const Arguments &a) {
     m.intInterfaceID = a.interfaceId;
     m.strMsgboxCaption = a.title;
     m.dtProcessDate = a.date.value_or(vb::Today());
+    m.AppPath = home.string();
 
     tqsv2731::frmMaster &master = m.frmMaster();
     selectEntry(master, a);

@@ -5,6 +5,7 @@
 #include "hosts/tui/SessionConfig.h"
 #include "hosts/tui/SessionEnded.h"
 #include "hosts/tui/TuiHost.h"
+#include "module/frame/Module.h"
 #include "module/frame/clsStockVerification.h"
 #include "services/Context.h"
 #include "services/CreateObject.h"
@@ -82,16 +83,18 @@ void runSession(const tui::SessionConfig &config) {
     tui::CursesTerminal terminal;
     tui::HostSettings settings;
     settings.printers = config.printers;
+    settings.reportPrinter = config.reportPrinter;
+    settings.reportFolder = config.reportFolder;
     tui::TuiHost host(terminal, settings);
     host.screen().setAppTitle(config.title);
 
     services::Context context(host.screen());
     context.connection = connection;
     context.companyId = config.companyId;
-    context.programFolder = home;
-    tqsv2731::registerClsStockVerification();
-    auto module = services::CreateObject<tqsv2731::clsStockVerification>(
-        tqsv2731::clsStockVerification::CreationName, context);
+    // One module for the process: its globals outlive each Show, as they did.
+    auto shared = std::make_shared<tqsv2731::Module>(context);
+    shared->AppPath = home.string();
+    auto module = std::make_shared<tqsv2731::clsStockVerification>(shared);
     module->adocon = connection;
     module->strMsgboxCaption = config.title;
     module->intCompanyID = config.companyId;

@@ -1,6 +1,7 @@
 // stockverify script: runs scenario files against the show targets this program has.
 #include "app/Command.h"
 #include "hosts/script/Runner.h"
+#include "module/frame/Module.h"
 #include "module/frame/clsStockVerification.h"
 #include "services/Context.h"
 #include "services/CreateObject.h"
@@ -33,23 +34,27 @@ const char *usage =
 
 /// The register, shown as a host shows the module: the public class filled
 /// in with the session values. Its fault desk keeps its log in the
-/// scenario's scratch folder, so that a scenario leaves nothing behind.
+/// scenario's scratch folder, so that a scenario leaves nothing behind. The
+/// module's globals live for the scenario, as they lived for the process: a
+/// second show finds what the first left.
 void showRegister(const script::ShowContext &show) {
-    services::Context context(show.screen, show.scratchDir);
-    context.connection = show.connection;
-    context.companyId = show.session.companyId;
-    context.programFolder = show.session.homeDir;
-    tqsv2731::registerClsStockVerification();
-    auto module = services::CreateObject<tqsv2731::clsStockVerification>(
-        tqsv2731::clsStockVerification::CreationName, context);
-    module->adocon = show.connection;
-    module->strMsgboxCaption = show.session.messageTitle;
-    module->intCompanyID = show.session.companyId;
-    module->intUserID = show.session.userId;
-    module->dtProcessDate = show.session.processDate;
-    module->intInterfaceID = show.session.interfaceId;
-    module->intGodownID = show.session.godownId;
-    module->Show();
+    if (!show.kept) {
+        services::Context context(show.screen, show.scratchDir);
+        context.connection = show.connection;
+        context.companyId = show.session.companyId;
+        show.kept = std::make_shared<tqsv2731::Module>(context);
+    }
+    auto shared = std::static_pointer_cast<tqsv2731::Module>(show.kept);
+    shared->AppPath = show.session.homeDir.string();
+    tqsv2731::clsStockVerification module(shared);
+    module.adocon = show.connection;
+    module.strMsgboxCaption = show.session.messageTitle;
+    module.intCompanyID = show.session.companyId;
+    module.intUserID = show.session.userId;
+    module.dtProcessDate = show.session.processDate;
+    module.intInterfaceID = show.session.interfaceId;
+    module.intGodownID = show.session.godownId;
+    module.Show();
 }
 
 int run(std::span<const std::string> args) {

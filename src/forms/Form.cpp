@@ -100,6 +100,7 @@ void Form::Load() {
         }
     } undo{loaded_};
     loaded_ = true;
+    loadedOnce_ = true;
     raise(onLoad);
     undo.done = true;
 }

@@ -88,6 +88,8 @@ public:
     void setKeyPreview(bool on) { keyPreview_ = on; }
 
     bool Loaded() const { return loaded_; }
+    /// Whether Form_Load has begun at least once on this object.
+    bool LoadedOnce() const { return loadedOnce_; }
     /// The old Load statement: runs Form_Load unless the form is loaded. If
     /// Form_Load raises, the form is not loaded and the error goes on.
     void Load();
@@ -188,6 +190,7 @@ private:
     bool enabled_ = true;
     bool visible_ = false;
     bool loaded_ = false;
+    bool loadedOnce_ = false;
     bool modal_ = false;
     bool keyPreview_ = false;
     int left_ = 0;

@@ -30,12 +30,32 @@ public:
         if (current_ && current_->Loaded()) {
             return *current_;
         }
+        if (current_ && !current_->LoadedOnce()) {
+            current_->Load();
+            return *current_;
+        }
         if (current_) {
             retired_.push_back(std::move(current_));
         }
         std::erase_if(retired_, [](const std::unique_ptr<T> &f) { return f->busyCount() == 0; });
         current_ = make_();
         current_->Load();
+        return *current_;
+    }
+
+    /// The form object without loading it: setting a property of the form's
+    /// own (not of a control) made the instance but ran no Form_Load, so a
+    /// caller could hand a form its data before showing it. The next get()
+    /// or Show loads this same object.
+    T &unloaded() {
+        if (current_ && (current_->Loaded() || !current_->LoadedOnce())) {
+            return *current_;
+        }
+        if (current_) {
+            retired_.push_back(std::move(current_));
+        }
+        std::erase_if(retired_, [](const std::unique_ptr<T> &f) { return f->busyCount() == 0; });
+        current_ = make_();
         return *current_;
     }
 

@@ -158,7 +158,7 @@ Definition readDefinition(const std::filesystem::path &file) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) {
         // The old engine's words for a report file it could not find.
-        throw vb::Error(vb::err::FileNotFound, "report", "Invalid file name.");
+        throw vb::Error(InvalidFileName, "report", "Invalid file name.");
     }
     if (std::filesystem::file_size(file, error) > maxFileSize || error) {
         throw vb::Error(vb::err::PathFileAccessError, "report",

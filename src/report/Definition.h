@@ -1,6 +1,7 @@
 // report::Definition: a report file of the project's own format, read into its parts.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -64,8 +65,11 @@ struct Definition {
 /// `origin` names the file in messages.
 Definition parseDefinition(std::string_view text, std::string_view origin);
 
-/// Reads a report file. Raises vb::Error 53 when it does not exist (the old
-/// engine's "Invalid file name." message), 75 when it cannot be read or is
+/// The engine's number for a report file it cannot find.
+inline constexpr std::int32_t InvalidFileName = 20504;
+
+/// Reads a report file. Raises vb::Error InvalidFileName when it does not
+/// exist, with the old engine's words "Invalid file name.", 75 when it cannot be read or is
 /// not text, and what parseDefinition raises.
 Definition readDefinition(const std::filesystem::path &file);
 

@@ -90,11 +90,17 @@ std::string fill(const std::string &text, const Definition &d,
     return out;
 }
 
+/// The lines of a block, filled in and fitted to the page; {page} and
+/// {pages} take the numbers given before the fitting.
 std::vector<std::string> lines(const std::vector<TextLine> &source, const Definition &d,
-                               const std::vector<vb::Variant> &values, const Table &table) {
+                               const std::vector<vb::Variant> &values, const Table &table,
+                               std::size_t page = 0, std::size_t pages = 0) {
     std::vector<std::string> out;
     for (const TextLine &line : source) {
-        out.push_back(vb::RTrim(fit(fill(line.text, d, values, table), d.width, line.align)));
+        std::string text = fill(line.text, d, values, table);
+        text = vb::Replace(text, "{page}", std::to_string(page));
+        text = vb::Replace(text, "{pages}", std::to_string(pages));
+        out.push_back(vb::RTrim(fit(text, d.width, line.align)));
     }
     return out;
 }
@@ -106,10 +112,6 @@ std::string joinColumns(const std::vector<Column> &columns,
         line += (i ? " " : "") + fit(cells[i], columns[i].width, columns[i].align);
     }
     return vb::RTrim(line);
-}
-
-void replaceAll(std::string &text, std::string_view what, std::string_view with) {
-    text = vb::Replace(text, what, with);
 }
 
 } // namespace
@@ -132,7 +134,7 @@ std::string boundQuery(const Definition &definition, const std::vector<vb::Varia
     for (const Parameter &p : definition.parameters) {
         const std::string placeholder = "{?" + p.name + "}";
         if (query.find(placeholder) != std::string::npos) {
-            replaceAll(query, placeholder, parameterText(definition, parameters, p.name));
+            query = vb::Replace(query, placeholder, parameterText(definition, parameters, p.name));
         }
     }
     return query;
@@ -142,9 +144,7 @@ Document layOut(const Definition &d, const std::vector<vb::Variant> &parameters,
                 const Table &table) {
     Document doc{d.title, d.width, d.lines, {}};
     const std::vector<std::string> header = lines(d.header, d, parameters, table);
-    const std::vector<std::string> pageHeader = lines(d.pageHeader, d, parameters, table);
     const std::vector<std::string> footer = lines(d.footer, d, parameters, table);
-    const std::vector<std::string> pageFooter = lines(d.pageFooter, d, parameters, table);
 
     std::vector<std::string> captions;
     int ruleWidth = -1;
@@ -199,40 +199,43 @@ Document layOut(const Definition &d, const std::vector<vb::Variant> &parameters,
     }
     closing.insert(closing.end(), footer.begin(), footer.end());
 
-    // Pages: what a page holds around its rows is fixed, so rows fill the rest.
+    // Pages: what a page holds around its rows is fixed, so the rows fill
+    // the rest, and the page numbers are known before any page is written.
+    const std::size_t headings = d.pageHeader.size() + 3;
+    const std::size_t bottom = static_cast<std::size_t>(d.lines) - d.pageFooter.size();
+    if (header.size() + headings >= bottom) {
+        fail("The report's headers leave no room for rows on a page of " +
+             std::to_string(d.lines) + " lines");
+    }
+    std::vector<std::vector<std::string>> bodies;
     std::size_t next = 0;
     std::size_t nextClosing = 0;
     do {
-        std::vector<std::string> page;
-        if (doc.pages.empty()) {
-            page = header;
+        std::vector<std::string> rowsOfPage;
+        const std::size_t room = bottom - headings - (bodies.empty() ? header.size() : 0);
+        while (next < body.size() && rowsOfPage.size() < room) {
+            rowsOfPage.push_back(body[next++]);
         }
-        page.insert(page.end(), pageHeader.begin(), pageHeader.end());
+        while (next == body.size() && nextClosing < closing.size() && rowsOfPage.size() < room) {
+            rowsOfPage.push_back(closing[nextClosing++]);
+        }
+        rowsOfPage.resize(room);
+        bodies.push_back(std::move(rowsOfPage));
+    } while (next < body.size() || nextClosing < closing.size());
+
+    for (std::size_t p = 0; p < bodies.size(); ++p) {
+        std::vector<std::string> page = p == 0 ? header : std::vector<std::string>{};
+        for (std::string &line : lines(d.pageHeader, d, parameters, table, p + 1, bodies.size())) {
+            page.push_back(std::move(line));
+        }
         page.push_back(rule);
         page.push_back(joinColumns(d.columns, captions));
         page.push_back(rule);
-        const std::size_t bottom = static_cast<std::size_t>(d.lines) - pageFooter.size();
-        if (page.size() >= bottom) {
-            fail("The report's headers leave no room for rows on a page of " +
-                 std::to_string(d.lines) + " lines");
+        page.insert(page.end(), bodies[p].begin(), bodies[p].end());
+        for (std::string &line : lines(d.pageFooter, d, parameters, table, p + 1, bodies.size())) {
+            page.push_back(std::move(line));
         }
-        while (next < body.size() && page.size() < bottom) {
-            page.push_back(body[next++]);
-        }
-        while (next == body.size() && nextClosing < closing.size() && page.size() < bottom) {
-            page.push_back(closing[nextClosing++]);
-        }
-        page.resize(bottom);
-        page.insert(page.end(), pageFooter.begin(), pageFooter.end());
         doc.pages.push_back(std::move(page));
-    } while (next < body.size() || nextClosing < closing.size());
-
-    const std::string pages = std::to_string(doc.pages.size());
-    for (std::size_t p = 0; p < doc.pages.size(); ++p) {
-        for (std::string &line : doc.pages[p]) {
-            replaceAll(line, "{page}", std::to_string(p + 1));
-            replaceAll(line, "{pages}", pages);
-        }
     }
     return doc;
 }

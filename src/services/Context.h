@@ -35,9 +35,6 @@ public:
     std::int32_t companyId = 0;
     /// Folder of the fault desk's log file; made when first written.
     std::filesystem::path stateDirectory;
-    /// The program folder (the old App.Path): where ShopSetting.txt and the
-    /// reports/ folder are looked for.
-    std::filesystem::path programFolder;
     /// Connection strings of the report server's data source names, for the
     /// report engine's logon; a name not listed logs on to `connection`.
     std::map<std::string, std::string> dataSources;

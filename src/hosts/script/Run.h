@@ -12,6 +12,7 @@
 #include "ado/Connection.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -93,6 +94,9 @@ private:
     ado::Connection connection_;
     ScriptUi ui_;
     forms::Screen screen_{ui_};
+    /// What the show targets keep between shows; declared last so that it
+    /// goes before the screen it was shown on.
+    std::shared_ptr<void> kept_;
 };
 
 } // namespace script

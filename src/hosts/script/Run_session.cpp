@@ -100,7 +100,7 @@ void Run::apply(const ShowStep &step) {
     if (!session.messageTitle.empty()) {
         screen_.setAppTitle(session.messageTitle);
     }
-    const ShowContext context{session, connection_, screen_, scratch_.folder()};
+    const ShowContext context{session, connection_, screen_, scratch_.folder(), kept_};
     options_.targets.at(step.target)(context);
 }
 

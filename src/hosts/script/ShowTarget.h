@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace forms {
@@ -27,6 +28,10 @@ struct ShowContext {
     const ado::Connection &connection;
     forms::Screen &screen;
     const std::filesystem::path &scratchDir;
+    /// What the target keeps from one show to the next of the same scenario
+    /// (a module's globals live for the session, as they lived for the
+    /// process): empty at the first show, dropped when the scenario ends.
+    std::shared_ptr<void> &kept;
 };
 
 /// Creates something and shows it modally on `context.screen`; returns when it

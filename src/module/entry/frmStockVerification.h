@@ -147,6 +147,18 @@ public:
     /// Moves the stock of the new entry: spupdateGodownVerification with "F".
     void UpdateStock();
 
+    // ---- saving an edit (frmStockVerification_update.cpp) -------------------------
+
+    /// Saves an existing entry: verified by, remarks and the marker on its
+    /// header, its lines replaced by the list. In 1005 the old lines' stock
+    /// is taken back ("R") before they go and the new lines applied ("F")
+    /// after; a total count (1013) moves nothing here. Reports its own
+    /// failure and returns, so that the save commits what was written.
+    void UpdateRequest();
+    /// Sets the godown's stock of each line of the entry to its book figures
+    /// (`blnRestore`) or to its counted ones. Called by nothing.
+    void reSetgodownStock(bool blnRestore);
+
     // ---- numbering and rates (frmStockVerification_numbering.cpp) -----------------
 
     /// Puts the next number of the godown under its prefix in `txtno`: the
@@ -172,6 +184,8 @@ private:
     void readAccounts();
     /// InsertRequest's lines, one per row of the list, by interface.
     void insertLines();
+    /// UpdateRequest's lines, one per row of the list, by interface.
+    void updateLines();
     /// The header's two rates: inventory currency to department currency and
     /// to company currency.
     void headerRates(double &dblDepRate, double &dblConRate);

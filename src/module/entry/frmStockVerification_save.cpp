@@ -74,10 +74,7 @@ void frmStockVerification::cmdOK_Click() {
                 UpdateStock();
             }
         } else {
-            // Saving an edited entry (UpdateRequest) is a change of its own;
-            // until it lands the edit path must not write half an entry.
-            throw vb::Error(vb::err::InvalidProcedureCall, std::string(FormName),
-                            "Saving an edited entry is not available");
+            UpdateRequest();
         }
 
         if (m_.intInterfaceID == 1013 && chkConfirm.Value() == forms::vbChecked) {

@@ -74,6 +74,8 @@ public:
     std::string strMsgboxCaption;
     /// The working date of the session, not the clock.
     vb::Date dtProcessDate;
+    /// The folder of the program file (the old App.Path), set by the host.
+    std::string AppPath;
 
     // ---- written by the register ----------------------------------------------
 

@@ -26,7 +26,7 @@ std::string upperTrimmed(const vb::Variant &value) {
 } // namespace
 
 std::string SettingsFilePath(Module &m) {
-    return vb::PathIgnoringCase(m.context().programFolder.string() + "\\ShopSetting.txt").string();
+    return vb::PathIgnoringCase(m.AppPath + "\\ShopSetting.txt").string();
 }
 
 std::string DriveCFile(Module &m, std::string_view windowsPath) {

@@ -6,6 +6,7 @@
 #include "forms/Ui.h"
 #include "module/frame/Module.h"
 #include "module/frame/TrackError.h"
+#include "module/printing/SlipLines.h"
 #include "module/printing/SlipSettings.h"
 #include "module/printing/frmPrint.h"
 #include "vb/Conversion.h"
@@ -20,10 +21,6 @@ namespace {
 
 /// The slip goes out on this channel, as it always did.
 constexpr int slipChannel = 1;
-
-std::string text(const ado::Recordset &rs, const char *field) {
-    return vb::CStr(rs.Fields(field).Value());
-}
 
 double number(const ado::Recordset &rs, const char *field) {
     return vb::CDbl(rs.Fields(field).Value());
@@ -72,6 +69,8 @@ void frmMaster::PrintBill(std::int32_t id) {
         intColDescription = Int16(description);
 
         const std::int16_t intTotalLines = (showCost == 1 || showTotalQty == 1) ? 2 : 0;
+        const SlipColumns columns{intCodeWidth, showItemCode, showCost, showTotalQty,
+                                  m_.intInterfaceID != 1013, true};
 
         // The print messages of the godown: counted, and the count dropped.
         ado::Recordset rsMessages;
@@ -164,59 +163,13 @@ void frmMaster::PrintBill(std::int32_t id) {
                 if (topLine == 1) {
                     write(strDashLine);
                 }
-                std::string headings = AddSpace(Int16(intColSlNo - 5)) + "Sl.No";
-                if (showItemCode == 1) {
-                    headings += " Item Code" + AddSpace(Int16(intCodeWidth - 1 - 9));
-                }
-                headings += " Item Description" + AddSpace(Int16(intColDescription - 1 - 16));
-                headings += " " + AddSpace(Int16(intColQty - 1 - 8)) + "Avl Good";
-                headings += " " + AddSpace(Int16(intColQty - 1 - 7)) + "Vr Good";
-                if (m_.intInterfaceID != 1013) {
-                    headings += " " + AddSpace(Int16(intColQty - 1 - 7)) + "Avl Bad";
-                    headings += " " + AddSpace(Int16(intColQty - 1 - 6)) + "Vr Bad";
-                }
-                headings += " " + AddSpace(Int16(intColUnit - 1 - 4)) + "Unit";
-                if (showCost == 1) {
-                    headings += " " + AddSpace(Int16(intColRate - 1 - 7)) + "Cost Pr";
-                    headings += " " + AddSpace(Int16(intColAmount - 1 - 10)) + "Total Cost";
-                }
-                write(headings);
+                write(SlipHeadings(*this, columns));
                 if (headBottomLine == 1) {
                     write(strDashLine);
                 }
             }
 
-            // The item row: the serial, then each column behind one blank.
-            auto rightAligned = [this](std::int16_t width, const std::string &value) {
-                return " " + AddSpace(Int16(width - 1 - vb::Len(value))) + value;
-            };
-            auto leftCut = [this](std::int16_t width, const std::string &value) {
-                const std::string cut = vb::Left(value, width - 1);
-                return " " + cut + AddSpace(Int16(width - 1 - vb::Len(cut)));
-            };
-            const std::string serial = vb::Trim(vb::Str(intSerial));
-            std::string row = AddSpace(Int16(intColSlNo - vb::Len(serial))) + serial;
-            if (showItemCode == 1) {
-                row += leftCut(intCodeWidth, text(rs, "itemcode"));
-            }
-            row += leftCut(intColDescription, text(rs, "ItemDescription"));
-            row += rightAligned(intColQty, vb::Format(rs.Fields("BeforeVerify").Value(), "0.000"));
-            row += rightAligned(intColQty, vb::Format(rs.Fields("AfterVerify").Value(), "0.000"));
-            if (m_.intInterfaceID != 1013) {
-                row += rightAligned(intColQty,
-                                    vb::Format(rs.Fields("svdAvailBadStock").Value(), "0.000"));
-                row += rightAligned(intColQty,
-                                    vb::Format(rs.Fields("svdVerifiedbadStock").Value(), "0.000"));
-            }
-            row += rightAligned(intColUnit, text(rs, "UnitCode"));
-            if (showCost == 1) {
-                const double rate = number(rs, "itemrate");
-                row += rightAligned(intColRate, vb::Format(vb::Variant(rate), "0.00"));
-                row += rightAligned(intColAmount,
-                                    vb::Format(vb::Variant(rate * number(rs, "AfterVerify")),
-                                               "0.00"));
-            }
-            write(row);
+            write(SlipRow(*this, columns, intSerial, rs));
             sumBefore += number(rs, "BeforeVerify");
             sumAfter += number(rs, "AfterVerify");
             if (showCost == 1) {
@@ -252,25 +205,7 @@ void frmMaster::PrintBill(std::int32_t id) {
             write(strDashLine);
         }
 
-        // The totals stand at fixed offsets, whatever columns the rows have.
-        const std::string Tb = vb::Format(vb::Variant(sumBefore), "0.000");
-        const std::string Ta = vb::Format(vb::Variant(sumAfter), "0.000");
-        const std::string Tc = vb::Format(vb::Variant(sumCost), "0.00");
-        const std::int16_t D = Int16(intColSlNo + intCodeWidth + intColDescription - 14);
-        if (showCost == 1 && showTotalQty == 1) {
-            write(AddSpace(D) + "Grand Total:  " + vb::Space(intColQty - vb::Len(Tb)) + Tb +
-                  vb::Space(intColUnit + intColQty - vb::Len(Ta)) + Ta +
-                  AddSpace(Int16(intColRate + intColQty + intColQty + intColAmount - vb::Len(Tc))) +
-                  Tc);
-            write("");
-        } else if (showCost == 1) {
-            write(AddSpace(Int16(intPageWidth - 12 - vb::Len(Tc))) + "Grand Total:" + Tc);
-            write("");
-        } else if (showTotalQty == 1) {
-            write(AddSpace(D) + "Grand Total:  " + vb::Space(intColQty - vb::Len(Tb)) + Tb +
-                  vb::Space(intColQty - vb::Len(Ta)) + Ta);
-            write("");
-        }
+        WriteSlipTotals(*this, columns, sumBefore, sumAfter, sumCost);
 
         FooterPrint();
         vb::FileClose(slipChannel);

@@ -34,7 +34,7 @@ void frmPrint::WIndowsprint() {
         objBaseData->strTableName = "lousers where userid=" + std::to_string(m_.intUserID);
         const vb::Variant userName = objBaseData->fnReturnField("username");
         const std::string path =
-            m_.context().programFolder.string() + "\\reports\\rptGodownStockVerification.rpt";
+            m_.AppPath + "\\reports\\rptGodownStockVerification.rpt";
 
         objCrystalApp = services::CreateObject<services::PrintEngine>("Crystal.CRPE.Application",
                                                                       m_.context());

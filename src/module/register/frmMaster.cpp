@@ -89,6 +89,9 @@ void frmMaster::bindEvents() {
         c->onKeyPress = [this](int &KeyAscii) { EnterAsTab(m_, KeyAscii); };
     }
     cmdnew.onClick = [this] { cmdnew_Click(); };
+    CmdEdit.onClick = [this] { CmdEdit_Click(); };
+    CmdDelete.onClick = [this] { CmdDelete_Click(); };
+    cmdPreview.onClick = [this] { cmdPreview_Click(); };
     CmdClose.onClick = [this] { CmdClose_Click(); };
 }
 

@@ -117,8 +117,32 @@ public:
     // ---- commands on the entries ---------------------------------------------
 
     /// New: opens the entry form for a new entry of the process date and
-    /// refreshes the buttons when it closes.
+    /// refreshes the buttons when it closes. A total count (1013) is refused
+    /// while transfers of the godown are unfinished.
     void cmdnew_Click();
+    /// Edit: opens the selected entry on the entry form with its stored
+    /// lines. An entry that may not change still opens, with OK off: deleted
+    /// (silently), verified again later, posted, or confirmed (1013).
+    void CmdEdit_Click();
+    /// Delete: flags the selected entry as cancelled with the user's reason
+    /// and takes its stock back, in one transaction opened before the
+    /// question; the row stays in the list, in red.
+    void CmdDelete_Click();
+    /// Print: the print destinations of the selected entry.
+    void cmdPreview_Click();
+    /// True when a later live entry of the godown exists, of either
+    /// interface: it has counted over this one. A failure gives false.
+    bool VerifiedAgain();
+    /// True when the total count's marker says it was confirmed (second
+    /// letter "C" in any case). A failure gives false.
+    bool Confirmed(std::int32_t lngId, std::int16_t intGodown);
+    /// Shows the unfinished transfers of the godown, if any, and says
+    /// whether there were any. A failure gives false.
+    bool UnProcessedQuantitiesExist();
+    /// Brings the stored lines of `lngVerificationId` into the entry form's
+    /// list, one row per item (1005) or per item and location of the lines
+    /// marked 1 in their bad stock (1013).
+    void PopulateExistingData();
 
     // ---- the text slip (printing/frmMaster_printing.cpp) ---------------------
 
@@ -158,6 +182,12 @@ private:
     void readPackageSettings();
     /// The list statement of the interface, from the floor date and the table.
     std::string listStatement() const;
+    /// Opens the print destinations (frmPrint) modally over the register.
+    void openPrintDialog();
+    /// The delete's reversal of the entry's stock: spupdateGodownVerification
+    /// "R" in 1005, spReverseGodownTotalStockVerification in 1013, none in
+    /// any other interface, where the entry is only flagged.
+    void reverseDeletedStock();
     /// The gate that Form_Activate and flexMaster_RowColChange share: Edit,
     /// Delete and Print by the selected row and the rights.
     void applyButtonGate();

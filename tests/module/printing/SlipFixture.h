@@ -54,8 +54,7 @@ inline std::map<std::string, std::string> exampleSettings() {
 class SlipFixture {
 public:
     explicit SlipFixture(const SessionValues &values = {}) : s(values) {
-        s.context.programFolder = s.folder.path();
-        s.m.context().programFolder = s.folder.path();
+        s.m.AppPath = s.folder.path().string();
         register_ = &s.m.frmMaster();
     }
     ~SlipFixture() { vb::FileCloseAll(); }
