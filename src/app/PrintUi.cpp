@@ -17,11 +17,17 @@ public:
     CommitBuffer(std::filesystem::path target, bool &written, bool &failed)
         : target_(std::move(target)), written_(written), failed_(failed) {}
 
+    // A slip during which the fault desk reported a failure is not put in
+    // place: some of it is missing.
+
 protected:
     int sync() override { return commit() ? 0 : -1; }
 
 private:
     bool commit() {
+        if (failed_) {
+            return false;
+        }
         const std::filesystem::path part = target_.string() + ".part";
         {
             std::ofstream out(part, std::ios::binary | std::ios::trunc);
@@ -73,8 +79,9 @@ void PrintUi::runModal(forms::Form &form) {
 
 int PrintUi::msgBox(std::string_view prompt, int buttons, std::string_view title) {
     messages_ << title << ": " << prompt << "\n";
-    // 16 is the critical icon: the module's failures and refusals show it.
-    if ((buttons & 0x70) == 16) {
+    // The fault desk's reports read "Error N in ROUTINE (SOURCE):"; other
+    // messages (a settings key that is missing) warn and the printing goes on.
+    if ((buttons & 0x70) == 16 && prompt.starts_with("Error ")) {
         failed_ = true;
     }
     return 1;

@@ -10,7 +10,7 @@
 namespace app {
 
 /// What the module's print routines get when nobody watches: message boxes
-/// go to stderr (and count as failures when they carry the critical icon),
+/// go to stderr (a report of the fault desk counts as a failure),
 /// the printer port and the report preview both write to the one output
 /// file, and a form shown modally is a failure, since nobody could close it.
 ///
@@ -22,7 +22,7 @@ public:
     PrintUi(std::filesystem::path output, std::ostream &messages);
     ~PrintUi() override;
 
-    /// True once a critical message box showed or the output could not be written.
+    /// True once the fault desk reported a failure or the output could not be written.
     bool failed() const { return failed_; }
     /// True once the output file was written whole.
     bool written() const { return written_; }
