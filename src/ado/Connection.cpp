@@ -128,8 +128,24 @@ void Connection::failNthCall(int nth, vb::Error error, Operation kind) const {
     session().faults().failNth(nth, std::move(error), kind);
 }
 
+void Connection::failStatement(int nth, std::string_view firstWords, vb::Error error) const {
+    session().faults().failStatement(nth, firstWords, std::move(error));
+}
+
 void Connection::clearFaults() const {
     session().faults().clear();
+}
+
+std::size_t Connection::pendingFaults() const {
+    return session().faults().pending();
+}
+
+void Connection::recordStatements(bool on) const {
+    session().sent().setRecording(on);
+}
+
+std::vector<std::string> Connection::takeStatements() const {
+    return session().sent().take();
 }
 
 long Connection::callCount() const {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ado {
 
@@ -62,8 +63,18 @@ public:
     /// a statement, a recordset open, one row's Update, a procedure, a
     /// BeginTrans, CommitTrans or RollbackTrans) raises `error` instead of running.
     void failNthCall(int nth, vb::Error error, Operation kind = Operation::Any) const;
+    /// The `nth` statement from now whose text begins with `firstWords`
+    /// (letter case and runs of blanks aside; "" for any statement) raises `error`.
+    void failStatement(int nth, std::string_view firstWords, vb::Error error) const;
     /// Forgets the faults still waiting.
     void clearFaults() const;
+    /// Faults armed and not yet fired.
+    std::size_t pendingFaults() const;
+    /// Starts (or stops and forgets) keeping the text of every statement and
+    /// transaction call sent (ado/SentStatements.h).
+    void recordStatements(bool on) const;
+    /// The statements kept since the last call, oldest first.
+    std::vector<std::string> takeStatements() const;
     /// Calls counted since the connection opened (the unit of failNthCall).
     long callCount() const;
 

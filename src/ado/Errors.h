@@ -27,6 +27,8 @@ inline constexpr std::int32_t Statement = -2147217900;
 inline constexpr std::int32_t InvalidObject = -2147217865;
 /// A value that cannot be converted to the column's type.
 inline constexpr std::int32_t Conversion = -2147217913;
+/// Text longer than its column ("String or binary data would be truncated.").
+inline constexpr std::int32_t Truncation = -2147217833;
 /// A key or other constraint refused a row.
 inline constexpr std::int32_t Constraint = -2147217873;
 /// A statement that waited too long, for a lock or by its command timeout.

@@ -4,6 +4,7 @@
 #include "ado/FaultInjector.h"
 #include "ado/Operation.h"
 #include "ado/Provider.h"
+#include "ado/SentStatements.h"
 #include "ado/SqlTrace.h"
 
 #include <chrono>
@@ -36,6 +37,23 @@ public:
 
     FaultInjector &faults() { return faults_; }
     SqlTrace &trace() { return trace_; }
+    SentStatements &sent() { return sent_; }
+
+    /// While a tool runs statements of its own on the module's connection
+    /// (a test's setup, a check of the tables), the fault hook and the record
+    /// of statements look away: they are there for the module's calls.
+    class Unobserved {
+    public:
+        explicit Unobserved(Session &session)
+            : session_(session), was_(std::exchange(session.unobserved_, true)) {}
+        ~Unobserved() { session_.unobserved_ = was_; }
+        Unobserved(const Unobserved &) = delete;
+        Unobserved &operator=(const Unobserved &) = delete;
+
+    private:
+        Session &session_;
+        bool was_;
+    };
 
     /// Numbers a call for the trace (recordsets keep theirs for the close block).
     long nextSequence() { return ++sequence_; }
@@ -54,7 +72,10 @@ public:
         auto start = log.detailed ? std::chrono::steady_clock::now()
                                   : std::chrono::steady_clock::time_point{};
         try {
-            faults_.beforeCall(op);
+            if (!unobserved_) {
+                sent_.record(op, sent);
+                faults_.beforeCall(op, sent);
+            }
             if constexpr (std::is_void_v<decltype(body(log))>) {
                 body(log);
                 record(sequence, what, sent, log, start, nullptr);
@@ -86,6 +107,8 @@ private:
     long sequence_ = 0;
     FaultInjector faults_;
     SqlTrace trace_;
+    SentStatements sent_;
+    bool unobserved_ = false;
 };
 
 } // namespace ado

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <chrono>
+#include <ctime>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -20,7 +21,9 @@ const char *usage =
     "\n"
     "  --demo         also load the demo company (docs/database.md)\n"
     "  --items N      number of demo items, at least 12 (default 200)\n"
-    "  --date DATE    the day the demo is seen from (default 2026-11-22)\n"
+    "  --date DATE    the day the demo is seen from, YYYY-MM-DD: its entries,\n"
+    "                 stock moves and closings lie before it (default today);\n"
+    "                 run the register on the same date to see them\n"
     "  --force        replace PATH if it exists\n";
 
 // A command line that cannot be run as written: told with the usage text.
@@ -34,6 +37,17 @@ int parseCount(const std::string &text) {
     if (ec != std::errc() || end != text.data() + text.size() || value < 1)
         throw usageError("--items wants a whole number, not '" + text + "'");
     return value;
+}
+
+// Today on this machine's calendar, which is the day a clerk expects the
+// register to open on.
+std::chrono::sys_days today() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return std::chrono::sys_days{std::chrono::year{local.tm_year + 1900} /
+                                 static_cast<unsigned>(local.tm_mon + 1) /
+                                 static_cast<unsigned>(local.tm_mday)};
 }
 
 std::chrono::sys_days parseDate(const std::string &text) {
@@ -65,6 +79,7 @@ Arguments parse(std::span<const std::string> args) {
     Arguments parsed;
     bool demo = false;
     records::DemoOptions demoOptions;
+    demoOptions.date = today();
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string &arg = args[i];
         auto value = [&]() -> const std::string & {

@@ -39,11 +39,25 @@ const char *usage =
     "  --trace-sql FILE     append every statement sent to the database to FILE\n"
     "  --short-date PATTERN how dates show as text (default: dd/mm/yyyy)\n"
     "  --printer PORT=PATH  the file or device a printer port (LPT1, ...) writes to\n"
+    "  --key-strip on|off   the keys of the form in front on the bottom line (default: on)\n"
     "  --config FILE        read settings from FILE\n"
     "\n"
-    "Keys: Tab and Shift+Tab move, Enter acts or moves on, Alt+letter presses\n"
-    "the underlined letter, F4 or Alt+Down opens a list, Shift+F10 or the Menu\n"
-    "key opens a list's menu, Ctrl+C leaves at once.\n";
+    "Keys (the bottom line shows those the form in front takes):\n"
+    "  Tab, Shift+Tab       the next or previous field\n"
+    "  Enter                presses the focused button, else moves on as Tab does\n"
+    "  Alt+letter           the button or field whose letter is underlined:\n"
+    "                       on the register Alt+N New; on an entry Alt+O saves it,\n"
+    "                       Alt+C closes it (asking whether to save new lines),\n"
+    "                       Alt+R goes to the remarks\n"
+    "  Ctrl+D               the focus to the form's list\n"
+    "  Ctrl+Enter           on the register a new entry, on an entry's list a new\n"
+    "                       line (the item screen); Shift+F10 or the Menu key opens\n"
+    "                       the list's Add, Edit, Delete menu\n"
+    "  F3                   the item fetch dialog on the item screen, where offered\n"
+    "  Left, Right          the columns of a list wider than the screen\n"
+    "  F4, Alt+Down         opens a combo box's list\n"
+    "  Escape               the form's Cancel button, where it has one\n"
+    "  Ctrl+C               leaves at once; what is not saved is lost\n";
 
 /// The program folder: --home, else the folder of the running program.
 std::filesystem::path programFolder(const tui::SessionConfig &config) {
@@ -83,6 +97,7 @@ void runSession(const tui::SessionConfig &config) {
     tui::CursesTerminal terminal;
     tui::HostSettings settings;
     settings.printers = config.printers;
+    settings.keyStrip = config.keyStrip;
     settings.reportPrinter = config.reportPrinter;
     settings.reportFolder = config.reportFolder;
     tui::TuiHost host(terminal, settings);

@@ -1,6 +1,8 @@
 // stockverify sql: runs one statement through the data layer the module uses and prints the result.
 #include "ado/Connection.h"
+#include "ado/sqlite/Database.h"
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/NativeStatement.h"
 #include "app/Command.h"
 #include "vb/Conversion.h"
 #include "vb/Error.h"
@@ -13,10 +15,19 @@ namespace {
 
 const char *usage =
     "Usage: stockverify sql --db PATH [--trace-sql FILE] \"STATEMENT\"\n"
+    "       stockverify sql --db PATH --native \"SQLITE STATEMENTS\"\n"
     "\n"
     "Runs one statement, written in SQL Server's dialect as the module writes it,\n"
     "through the same translation and provider the module uses, on the database\n"
-    "file PATH (which must exist: sql never makes one).\n"
+    "file PATH (which must exist: sql never makes one). As for the module, a text\n"
+    "of more than one statement, and SQLite's own statements (pragma, attach,\n"
+    "vacuum, limit), are refused.\n"
+    "\n"
+    "With --native the text is SQLite's own SQL, for the database's administrator:\n"
+    "untranslated, any number of statements separated by semicolons, pragma and\n"
+    "the rest included, each run in turn; it reads the last committed state\n"
+    "without waiting for other users. The rows of each statement print as below;\n"
+    "values print as SQLite holds them.\n"
     "\n"
     "A statement that returns rows prints a header line of the column names, then\n"
     "one line per row, fields separated by tabs: null as an empty field, dates as\n"
@@ -26,7 +37,8 @@ const char *usage =
     "description on stderr and exits with 1.\n"
     "\n"
     "  --db PATH         the SQLite database file\n"
-    "  --trace-sql FILE  append the statement, its translation, rows and time to FILE\n";
+    "  --trace-sql FILE  append the statement, its translation, rows and time to FILE\n"
+    "  --native          run SQLite's own SQL as written (not with --trace-sql)\n";
 
 struct UsageError {
     std::string message;
@@ -35,6 +47,7 @@ struct UsageError {
 struct Arguments {
     std::string db;
     std::optional<std::string> trace;
+    bool native = false;
     std::string statement;
 };
 
@@ -52,6 +65,8 @@ Arguments parse(std::span<const std::string> args) {
             parsed.db = value();
         else if (arg == "--trace-sql")
             parsed.trace = value();
+        else if (arg == "--native")
+            parsed.native = true;
         else if (arg.rfind("--", 0) == 0)
             throw UsageError{"unknown option " + arg};
         else if (haveStatement)
@@ -63,6 +78,8 @@ Arguments parse(std::span<const std::string> args) {
         throw UsageError{"--db PATH is needed"};
     if (!haveStatement)
         throw UsageError{"no statement given"};
+    if (parsed.native && parsed.trace)
+        throw UsageError{"--trace-sql traces the module's statements; --native runs past it"};
     return parsed;
 }
 
@@ -98,6 +115,34 @@ void printRows(ado::Recordset &rs) {
     }
 }
 
+// SQLite's own statements, one after the other; each one's rows or changes.
+void runNative(const ado::Connection &connection, std::string_view text) {
+    ado::sqlite::Database &db = ado::sqlite::databaseOf(connection);
+    std::string_view rest = text;
+    while (auto statement = ado::sqlite::NativeStatement::prepareFirst(db, rest)) {
+        const int count = statement->columnCount();
+        if (count == 0) {
+            auto before = db.totalChanges();
+            statement->step();
+            std::cout << db.totalChanges() - before << " rows affected\n";
+            continue;
+        }
+        for (int i = 0; i < count; ++i)
+            std::cout << (i ? "\t" : "") << statement->columnName(i);
+        std::cout << '\n';
+        while (statement->step()) {
+            for (int i = 0; i < count; ++i) {
+                std::string value = statement->isNull(i) ? "" : statement->text(i);
+                for (auto &c : value)
+                    if (c == '\t' || c == '\n' || c == '\r')
+                        c = ' ';
+                std::cout << (i ? "\t" : "") << value;
+            }
+            std::cout << '\n';
+        }
+    }
+}
+
 int run(std::span<const std::string> args) {
     Arguments parsed;
     try {
@@ -109,6 +154,10 @@ int run(std::span<const std::string> args) {
     try {
         ado::Connection connection;
         connection.Open("sqlite:" + parsed.db);
+        if (parsed.native) {
+            runNative(connection, parsed.statement);
+            return 0;
+        }
         if (parsed.trace)
             connection.traceSql(*parsed.trace);
         long affected = 0;

@@ -9,11 +9,14 @@
 namespace forms {
 
 int MsgBox(Screen &screen, std::string_view prompt, int buttons) {
-    return MsgBox(screen, prompt, buttons, screen.appTitle());
+    return MsgBox(screen, prompt, buttons, std::string_view{});
 }
 
 int MsgBox(Screen &screen, std::string_view prompt, int buttons, std::string_view title) {
-    int answer = screen.ui().msgBox(prompt, buttons, title.empty() ? screen.appTitle() : title);
+    // An empty title is a title left out: the old MsgBox showed the
+    // application's title for both.
+    int answer = title.empty() ? screen.ui().untitledMsgBox(prompt, buttons, screen.appTitle())
+                               : screen.ui().msgBox(prompt, buttons, title);
     std::vector<int> offered = msgBoxAnswers(buttons);
     if (std::find(offered.begin(), offered.end(), answer) == offered.end()) {
         throw errors::invalidProcedureCall();

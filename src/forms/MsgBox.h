@@ -35,8 +35,9 @@ inline constexpr int vbYes = 6;
 inline constexpr int vbNo = 7;
 
 /// Shows a message box through the host and returns the answer. Without a
-/// title the box carries the application's title (Screen::appTitle), as the
-/// old MsgBox did when the argument was left out. Raises 5 when the host
+/// title (or an empty one) the box carries the application's title
+/// (Screen::appTitle), as the old MsgBox did when the argument was left out;
+/// the host hears of it through Ui::untitledMsgBox. Raises 5 when the host
 /// answers with a button that the style does not offer.
 int MsgBox(Screen &screen, std::string_view prompt, int buttons = vbOKOnly);
 int MsgBox(Screen &screen, std::string_view prompt, int buttons, std::string_view title);

@@ -55,6 +55,12 @@ public:
     /// plus default-button flag (see MsgBox.h for the helpers that split it).
     /// `title` is never empty here: MsgBox has put the application title in.
     virtual int msgBox(std::string_view prompt, int buttons, std::string_view title) = 0;
+    /// A message box that gave no title of its own and so carries the
+    /// application's, `appTitle`. A screen shows it as any other box (the
+    /// default does just that); a host that checks the forms can tell it apart.
+    virtual int untitledMsgBox(std::string_view prompt, int buttons, std::string_view appTitle) {
+        return msgBox(prompt, buttons, appTitle);
+    }
 
     /// Shows a popup menu of `form` (the visible items of `menu`) and returns
     /// the item the user chose, or nullptr when the menu was dismissed. The

@@ -1,6 +1,8 @@
 #include "vb/Format.h"
 
 #include "vb/Conversion.h"
+#include "vb/Date.h"
+#include "vb/Error.h"
 #include "vb/DateFormat.h"
 #include "vb/DateText.h"
 #include "vb/NumberFormat.h"
@@ -11,17 +13,25 @@
 namespace vb {
 namespace {
 
+/// A number as a date: a number of days past the old platform's range of dates
+/// overflows (6), as it did in CDate, instead of wrapping round.
+Date dateOfNumber(double serial) {
+    if (!isInDateRange(serial))
+        throw Error::standard(err::Overflow, "Format");
+    return Date{serial};
+}
+
 /// The date that a value stands for under a date pattern; none for text that
 /// is neither a date nor a number.
 std::optional<Date> asDate(const Variant &value) {
     if (value.isDate())
         return value.asDate();
     if (!value.isString())
-        return Date{value.number()};
+        return dateOfNumber(value.number());
     if (std::optional<Date> d = dateFromText(value.asString()))
         return d;
     if (std::optional<double> n = numberFromText(value.asString()))
-        return Date{*n};
+        return dateOfNumber(*n);
     return std::nullopt;
 }
 

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <iterator>
 #include <thread>
 
 namespace {
@@ -103,6 +104,26 @@ TEST(ConnectionTest, RefusedStatementsCarryTheOldNumbersAndSayWhatFailed) {
         << "[" << syntax.description() << "]";
     auto function = errorOf([&] { c.Execute("select datalength('x')"); });
     EXPECT_EQ(function.description(), "'datalength' is not a recognized built-in function name.");
+}
+
+// The user reads the statement as the module wrote it; the translation is for the trace.
+TEST(ConnectionTest, ErrorsQuoteTheModulesTextAndOnlyTheTraceShowsTheTranslation) {
+    TempDatabase db;
+    auto c = db.connect();
+    std::string trace = (db.folder() / "sql.trace").string();
+    c.traceSql(trace);
+    c.Execute("insert aItem (ItemId, itemcode) values (1, 'x')");
+    auto key = errorOf([&] { c.Execute("insert aItem (ItemId, itemcode) values (1, 'y')"); });
+    EXPECT_EQ(key.number(), -2147217873);
+    EXPECT_NE(key.description().find("\"insert aItem (ItemId, itemcode) values (1, 'y')\""),
+              std::string::npos)
+        << key.description();
+    EXPECT_EQ(key.description().find("COLLATE"), std::string::npos) << key.description();
+    std::ifstream in(trace);
+    std::string all((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_NE(all.find("insert into aItem (ItemId, itemcode) values (1, 'y' COLLATE CITEXT)"),
+              std::string::npos)
+        << all;
 }
 
 TEST(ConnectionTest, TransactionsCommitAndRollBack) {

@@ -3,6 +3,7 @@
 
 #include "TempDatabase.h"
 #include "ado/Command.h"
+#include "ado/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -67,6 +68,74 @@ TEST(FaultTest, AFailedCommitLeavesTheTransactionToRollBack) {
     c.RollbackTrans();
     EXPECT_EQ(scalar(c, "select count(*) from aItem"), "0");
     EXPECT_EQ(c.callCount() - before, 4);
+}
+
+TEST(FaultTest, AStatementIsNamedByItsFirstWordsWhateverItsCaseAndSpacing) {
+    TempDatabase db;
+    auto c = db.connect();
+    // The second insert into aItem fails; the statement into another table
+    // and the open of a recordset in between are not counted.
+    c.failStatement(2, "INSERT  into aitem", vb::Error(-2147217873, "test", "key taken"));
+    c.Execute("insert into aItem (ItemId) values (1)");
+    c.Execute("insert into loiStockVerificationHeader (svhid, svhGodownid) values (1, 1)");
+    ado::Recordset rs;
+    rs.Open("select * from aItem", c, ado::adOpenKeyset, ado::adLockOptimistic);
+    rs.Close();
+    auto e = errorOf([&] { c.Execute("  insert\tinto   aItem (ItemId) values (2)"); });
+    EXPECT_EQ(e.number(), -2147217873);
+    EXPECT_EQ(c.pendingFaults(), 0u);
+    c.Execute("insert into aItem (ItemId) values (3)");
+    EXPECT_EQ(scalar(c, "select group_concat(ItemId) from aItem"), "1,3");
+}
+
+TEST(FaultTest, StatementFaultsCountOnlyStatementsAndNeedTheWholePrefix) {
+    TempDatabase db;
+    auto c = db.connect();
+    c.failStatement(2, "", vb::Error(-2147467259, "test", "second statement"));
+    c.failStatement(1, "insert into aItems", vb::Error(-2147467259, "test", "never"));
+    c.BeginTrans();
+    c.Execute("insert into aItem (ItemId) values (1)");
+    ado::Recordset rs;
+    EXPECT_EQ(errorOf([&] { rs.Open("select * from aItem", c, ado::adOpenKeyset,
+                                    ado::adLockOptimistic); })
+                  .description(),
+              "second statement");
+    c.RollbackTrans();
+    EXPECT_EQ(c.pendingFaults(), 1u) << "\"aItems\" is no prefix of \"aItem (\"";
+    c.clearFaults();
+    EXPECT_EQ(c.pendingFaults(), 0u);
+}
+
+TEST(SentStatementsTest, KeepsStatementsAndTransactionCallsInOrderFailedOnesToo) {
+    TempDatabase db;
+    auto c = db.connect();
+    c.Execute("select 0");
+    c.recordStatements(true);
+    c.BeginTrans();
+    c.Execute("insert into aItem (ItemId) values (1) ");
+    {
+        ado::Recordset rs;
+        rs.Open("select * from aItem", c, ado::adOpenKeyset, ado::adLockOptimistic);
+        rs.AddNew();
+        rs.Fields("ItemId") = 2;
+        rs.Update(); // a row written through a recordset is no statement
+    }
+    c.failStatement(1, "delete", vb::Error(-2147467259, "test", "refused"));
+    errorOf([&] { c.Execute("delete from aItem"); });
+    {
+        ado::Session::Unobserved tool(c.session());
+        c.Execute("select count(*) from aItem"); // a tool's own check is not kept
+    }
+    c.RollbackTrans();
+    EXPECT_EQ(c.takeStatements(),
+              (std::vector<std::string>{"BeginTrans", "insert into aItem (ItemId) values (1) ",
+                                        "select * from aItem", "delete from aItem",
+                                        "RollbackTrans"}));
+    EXPECT_TRUE(c.takeStatements().empty());
+    c.recordStatements(false);
+    c.Execute("select 1");
+    c.recordStatements(true);
+    EXPECT_TRUE(c.takeStatements().empty());
 }
 
 TEST(TraceTest, WritesEachCallWithItsTranslationRowsAndTime) {

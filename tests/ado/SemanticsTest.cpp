@@ -2,6 +2,7 @@
 #include "TempDatabase.h"
 #include "ado/Connection.h"
 #include "vb/Clock.h"
+#include "vb/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -49,6 +50,32 @@ TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
         first(c, "select count(*) from aItem a, aItem b where a.itemcode = upper(b.itemcode)"),
         "2");
     EXPECT_EQ(first(c, "select ItemId from aItem where itemcode <> 'ABC' order by ItemId"), "2");
+    // Beyond ASCII letters too: accented, Greek and Cyrillic capitals.
+    c.Execute("insert aItem (ItemId, itemcode) values (4, 'CAFÉ ŒUVRE ΣΩ ЖЁ')");
+    EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'café œuvre σω жё  '"), "4");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode = 'cafe œuvre σω жё'"), "0");
+    EXPECT_EQ(first(c, "select count(*) from aItem where itemcode > 'CAFÉ' and itemcode < 'cafÉ ŒUVRE ΣΩ ЖЁЁ'"), "1");
+}
+
+TEST_F(SemanticsTest, LikeTakesSqlServersPatterns) {
+    c.Execute("insert aItem (ItemId, itemcode) values (4, 'b[x]'), (5, 'Élan'), (6, 'a_c')");
+    auto ids = [&](std::string_view pattern) {
+        std::string out;
+        ado::Recordset rs = c.Execute("select ItemId from aItem where itemcode like " +
+                                      std::string(pattern) + " order by ItemId");
+        for (; !rs.Eof(); rs.MoveNext())
+            out += (out.empty() ? "" : ",") + vb::CStr(rs.Fields(0).Value());
+        return out;
+    };
+    EXPECT_EQ(ids("'[a-c]%'"), "1,4,6");
+    EXPECT_EQ(ids("'[^a]%'"), "2,4,5");
+    EXPECT_EQ(ids("'%[[]%'"), "4");
+    EXPECT_EQ(ids("'b[[]x]'"), "4");
+    EXPECT_EQ(ids("'é%'"), "5");
+    EXPECT_EQ(ids("'_'"), "2");
+    EXPECT_EQ(ids("'a!_c' escape '!'"), "6");
+    EXPECT_EQ(ids("'a_c'"), "6");
+    EXPECT_EQ(ids("'%'"), "1,2,4,5,6"); // null matches nothing
 }
 
 TEST_F(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {
@@ -71,6 +98,11 @@ TEST_F(SemanticsTest, IsnumericAndConvertFollowSqlServer) {
                                   {"' 1.5 '", "1"},
                                   {"'1e3'", "1"},
                                   {"'$'", "1"},
+                                  {"'\u00a312.50'", "1"},
+                                  {"' \u20ac-5'", "1"},
+                                  {"'\u00a5'", "1"},
+                                  {"'#5'", "0"},
+                                  {"'\u00e912'", "0"},
                                   {"'1,000'", "1"},
                                   {"''", "0"},
                                   {"'12a'", "0"},

@@ -1,5 +1,7 @@
 #include "ado/sqlite/ColumnType.h"
 
+#include <algorithm>
+
 #include <cctype>
 #include <cstdlib>
 #include <limits>
@@ -58,8 +60,20 @@ ColumnType columnTypeOf(std::string_view declared) {
     else if (type.name == "bigint")
         type.low = std::numeric_limits<std::int64_t>::min(),
         type.high = std::numeric_limits<std::int64_t>::max();
-    if (auto open = declared.find('(', i); open != std::string_view::npos)
-        type.length = std::atoi(std::string(declared.substr(open + 1)).c_str());
+    std::string arguments;
+    if (auto open = declared.find('(', i); open != std::string_view::npos) {
+        arguments = std::string(declared.substr(open + 1));
+        type.length = std::atoi(arguments.c_str());
+    }
+    if (type.kind == ColumnKind::Decimal) {
+        type.precision = arguments.empty() ? 18 : std::clamp(type.length, 1, 38);
+        auto comma = arguments.find(',');
+        if (comma != std::string::npos)
+            type.scale = std::clamp(std::atoi(arguments.c_str() + comma + 1), 0, type.precision);
+    } else if (type.kind == ColumnKind::Money) {
+        type.precision = type.name == "smallmoney" ? 10 : 19;
+        type.scale = 4;
+    }
     return type;
 }
 

@@ -25,6 +25,10 @@ struct ColumnType {
     std::string name;
     /// The declared length of a text type (varchar(20) is 20), 0 when none is given.
     int length = 0;
+    /// Digits in all and after the point of numeric and decimal (18 and 0
+    /// when not declared), money (19, 4) and smallmoney (10, 4).
+    int precision = 0;
+    int scale = 0;
     /// The values an integer type takes (int's range for the other kinds).
     std::int64_t low = -2147483648LL;
     std::int64_t high = 2147483647LL;

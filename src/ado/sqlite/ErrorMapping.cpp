@@ -36,6 +36,12 @@ std::string sqlServerWording(std::string_view message, std::int32_t &number) {
         return "'" + std::string(message.substr(18)) +
                "' is not a recognized built-in function name.";
     }
+    if (startsWith(message, "parser stack overflow") ||
+        startsWith(message, "Expression tree is too large")) {
+        number = errnum::Statement;
+        return "Some part of your SQL statement is nested too deeply. Rewrite the query or break "
+               "it up into smaller queries.";
+    }
     for (auto prefix :
          {"Conversion failed", "Error converting", "The conversion of", "Arithmetic overflow"})
         if (startsWith(message, prefix)) {
@@ -53,6 +59,10 @@ vb::Error statementError(std::string description) {
 
 vb::Error conversionError(std::string description) {
     return make(errnum::Conversion, std::move(description));
+}
+
+vb::Error truncationError() {
+    return make(errnum::Truncation, "String or binary data would be truncated.");
 }
 
 vb::Error connectionError(std::string description) {

@@ -15,6 +15,9 @@ inline constexpr std::string_view providerSource = "SQLite provider";
 vb::Error statementError(std::string description);
 /// A value the target type cannot take: -2147217913 with SQL Server's text.
 vb::Error conversionError(std::string description);
+/// Text longer than the column it goes into: -2147217833 with SQL Server's
+/// "String or binary data would be truncated.".
+vb::Error truncationError();
 /// A database that cannot be opened or used: -2147467259.
 vb::Error connectionError(std::string description);
 

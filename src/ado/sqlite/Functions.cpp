@@ -2,6 +2,7 @@
 
 #include "ado/sqlite/ColumnType.h"
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ValueConversion.h"
 #include "vb/Clock.h"
 #include "vb/Conversion.h"
@@ -11,6 +12,11 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <limits>
+#include <memory>
+#include <new>
+#include <optional>
+#include <vector>
 #include <sqlite3.h>
 #include <string>
 #include <string_view>
@@ -26,16 +32,53 @@ std::string_view trimmedRight(const void *data, int size) {
     return s;
 }
 
+// The next character of UTF-8 text at i (moving i past it), folded to lower
+// case: ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic capitals, as
+// SQL Server's case-insensitive collation takes 'É' for 'é'. A byte that
+// starts no valid character stands for itself.
+char32_t nextFolded(std::string_view s, std::size_t &i) {
+    auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
+    char32_t c = byte(i);
+    std::size_t n = 1;
+    if (c >= 0x80) {
+        if ((c & 0xE0) == 0xC0 && i + 1 < s.size() && (byte(i + 1) & 0xC0) == 0x80)
+            c = ((c & 0x1F) << 6) | (byte(i + 1) & 0x3F), n = 2;
+        else if ((c & 0xF0) == 0xE0 && i + 2 < s.size() && (byte(i + 1) & 0xC0) == 0x80 &&
+                 (byte(i + 2) & 0xC0) == 0x80)
+            c = ((c & 0x0F) << 12) | ((byte(i + 1) & 0x3F) << 6) | (byte(i + 2) & 0x3F), n = 3;
+        else
+            c = 0x110000 + c; // a stray byte: after every character, by its value
+    }
+    i += n;
+    if (c >= 'A' && c <= 'Z')
+        return c + 0x20;
+    if (c < 0xC0)
+        return c;
+    if ((c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3AB && c != 0x3A2) ||
+        (c >= 0x410 && c <= 0x42F))
+        return c + 0x20;
+    if (c >= 0x400 && c <= 0x40F)
+        return c + 0x50;
+    if (c == 0x178)
+        return 0xFF;
+    bool pairs = (c >= 0x100 && c <= 0x137 && c != 0x130) || (c >= 0x14A && c <= 0x177);
+    if (pairs && c % 2 == 0)
+        return c + 1;
+    if (((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) && c % 2 == 1)
+        return c + 1;
+    return c;
+}
+
 int compareCitext(void *, int sizeA, const void *a, int sizeB, const void *b) {
     auto x = trimmedRight(a, sizeA), y = trimmedRight(b, sizeB);
-    std::size_t n = std::min(x.size(), y.size());
-    for (std::size_t i = 0; i < n; ++i) {
-        int cx = std::tolower(static_cast<unsigned char>(x[i]));
-        int cy = std::tolower(static_cast<unsigned char>(y[i]));
+    std::size_t i = 0, j = 0;
+    while (i < x.size() && j < y.size()) {
+        char32_t cx = nextFolded(x, i);
+        char32_t cy = nextFolded(y, j);
         if (cx != cy)
             return cx < cy ? -1 : 1;
     }
-    return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
+    return i == x.size() && j == y.size() ? 0 : (i == x.size() ? -1 : 1);
 }
 
 std::string textOf(sqlite3_value *v) {
@@ -127,6 +170,28 @@ void svSubstring(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
     });
 }
 
+// The bytes of the currency sign that text starts with (UTF-8), 0 for none:
+// the signs SQL Server's money conversion takes, "$" and "£" and "€" among them.
+std::size_t currencySignLength(std::string_view s) {
+    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(s[i]); };
+    if (s.empty())
+        return 0;
+    if (s[0] == '$')
+        return 1;
+    char32_t c = 0;
+    std::size_t n = 0;
+    if ((byte(0) & 0xE0) == 0xC0 && s.size() >= 2)
+        c = ((byte(0) & 0x1Fu) << 6) | (byte(1) & 0x3Fu), n = 2;
+    else if ((byte(0) & 0xF0) == 0xE0 && s.size() >= 3)
+        c = ((byte(0) & 0x0Fu) << 12) | ((byte(1) & 0x3Fu) << 6) | (byte(2) & 0x3Fu), n = 3;
+    else
+        return 0;
+    bool sign = (c >= 0xA2 && c <= 0xA5) || c == 0x9F2 || c == 0x9F3 || c == 0xE3F ||
+                c == 0x17DB || (c >= 0x20A0 && c <= 0x20AC) || c == 0xFDFC || c == 0xFE69 ||
+                c == 0xFF04 || c == 0xFFE0 || c == 0xFFE1 || c == 0xFFE5 || c == 0xFFE6;
+    return sign ? n : 0;
+}
+
 // SQL Server's isnumeric: blanks around, an optional currency sign and sign,
 // digits with thousands commas, one point, an exponent with e or d. A lone
 // sign, point or currency sign passes too, as it does there.
@@ -137,9 +202,7 @@ bool isNumericText(std::string_view s) {
         s.remove_suffix(1);
     if (s.empty())
         return false;
-    std::size_t i = 0;
-    if (s[i] == '$')
-        ++i;
+    std::size_t i = currencySignLength(s);
     if (i < s.size() && (s[i] == '+' || s[i] == '-'))
         ++i;
     std::size_t digits = 0;
@@ -205,7 +268,7 @@ StoredValue convertValue(const ColumnType &type, sqlite3_value *v) {
         if (isText)
             return toStored(vb::Variant(textOf(v)), type);
         if (storage == SQLITE_INTEGER && type.kind != ColumnKind::Float)
-            return static_cast<std::int64_t>(sqlite3_value_int64(v));
+            return exactNumeric(static_cast<std::int64_t>(sqlite3_value_int64(v)), type);
         return toStored(vb::Variant(sqlite3_value_double(v)), type);
     case ColumnKind::Date:
         if (isText)
@@ -229,6 +292,177 @@ void svConvert(sqlite3_context *ctx, int, sqlite3_value **argv) {
     guarded(ctx, [&] { resultStored(ctx, convertValue(columnTypeOf(textOf(argv[0])), argv[1])); });
 }
 
+// One piece of a LIKE pattern: a character, _ (any one), % (any run) or a
+// bracket set of characters and ranges, [^...] for the ones outside it.
+struct LikePiece {
+    enum Kind { Character, One, Run, Set } kind;
+    char32_t c = 0;
+    std::vector<std::pair<char32_t, char32_t>> ranges;
+    bool negated = false;
+    bool matches(char32_t x) const {
+        if (kind == Character)
+            return x == c;
+        if (kind != Set)
+            return true;
+        bool inside = false;
+        for (auto [low, high] : ranges)
+            inside = inside || (x >= low && x <= high);
+        return inside != negated;
+    }
+};
+
+// SQL Server's pattern language: a [ without its ] stands for itself, so does
+// [[]; the escape character makes the next one plain.
+std::vector<LikePiece> likePieces(std::string_view pattern, std::optional<char32_t> escape) {
+    std::vector<LikePiece> pieces;
+    std::size_t i = 0;
+    while (i < pattern.size()) {
+        char32_t c = nextFolded(pattern, i);
+        if (escape && c == *escape && i < pattern.size()) {
+            pieces.push_back({LikePiece::Character, nextFolded(pattern, i), {}, false});
+        } else if (c == '%') {
+            if (pieces.empty() || pieces.back().kind != LikePiece::Run)
+                pieces.push_back({LikePiece::Run, 0, {}, false});
+        } else if (c == '_') {
+            pieces.push_back({LikePiece::One, 0, {}, false});
+        } else if (c == '[' && pattern.find(']', i + 1) != std::string_view::npos) {
+            LikePiece set{LikePiece::Set, 0, {}, false};
+            std::size_t k = i;
+            if (pattern[k] == '^') {
+                set.negated = true;
+                ++k;
+            }
+            bool first = true;
+            while (k < pattern.size() && (first || pattern[k] != ']')) {
+                first = false;
+                char32_t low = nextFolded(pattern, k);
+                char32_t high = low;
+                if (k + 1 < pattern.size() && pattern[k] == '-' && pattern[k + 1] != ']') {
+                    ++k;
+                    high = nextFolded(pattern, k);
+                }
+                set.ranges.emplace_back(low, high);
+            }
+            i = k + 1; // past the ]
+            pieces.push_back(std::move(set));
+        } else {
+            pieces.push_back({LikePiece::Character, c, {}, false});
+        }
+    }
+    return pieces;
+}
+
+bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
+    std::vector<char32_t> chars;
+    for (std::size_t i = 0; i < text.size();)
+        chars.push_back(nextFolded(text, i));
+    // The usual walk with one point to go back to: the last % and where it stood.
+    std::size_t p = 0, t = 0, runAt = pieces.size(), runText = 0;
+    while (t < chars.size()) {
+        if (p < pieces.size() && pieces[p].kind == LikePiece::Run) {
+            runAt = p++;
+            runText = t;
+        } else if (p < pieces.size() && pieces[p].matches(chars[t])) {
+            ++p;
+            ++t;
+        } else if (runAt != pieces.size()) {
+            p = runAt + 1;
+            t = ++runText;
+        } else {
+            return false;
+        }
+    }
+    while (p < pieces.size() && pieces[p].kind == LikePiece::Run)
+        ++p;
+    return p == pieces.size();
+}
+
+// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern".
+void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    if (anyNull(argc, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        std::optional<char32_t> escape;
+        if (argc == 3) {
+            std::string e = textOf(argv[2]);
+            std::size_t i = 0;
+            if (e.empty())
+                throw vb::Error(0, "", "The invalid escape character \"\" was specified in a "
+                                       "LIKE predicate.");
+            escape = nextFolded(e, i);
+        }
+        sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));
+    });
+}
+
+// The running sum of an aggregate, made in SQLite's zeroed memory at the
+// first row: a mark byte, then the sum at its alignment (SQLite aligns the
+// memory for 8 bytes, the 128-bit total wants 16).
+DecimalSum *sumOf(sqlite3_context *ctx, bool make) {
+    constexpr std::size_t room = 1 + alignof(DecimalSum) + sizeof(DecimalSum);
+    auto *raw = static_cast<unsigned char *>(sqlite3_aggregate_context(ctx, make ? room : 0));
+    if (!raw)
+        return nullptr;
+    void *place = raw + 1;
+    std::size_t space = room - 1;
+    auto *sum = static_cast<DecimalSum *>(
+        std::align(alignof(DecimalSum), sizeof(DecimalSum), place, space));
+    if (raw[0] == 0) {
+        new (sum) DecimalSum();
+        raw[0] = 1;
+    }
+    return sum;
+}
+
+void sumStep(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    guarded(ctx, [&] {
+        switch (sqlite3_value_type(argv[0])) {
+        case SQLITE_NULL:
+            break;
+        case SQLITE_INTEGER:
+            sumOf(ctx, true)->add(static_cast<std::int64_t>(sqlite3_value_int64(argv[0])));
+            break;
+        case SQLITE_FLOAT:
+            sumOf(ctx, true)->add(sqlite3_value_double(argv[0]));
+            break;
+        default:
+            throw vb::Error(0, "", "Operand data type varchar is invalid for sum operator.");
+        }
+    });
+}
+
+void resultDecimal(sqlite3_context *ctx, const Decimal &value, bool integer) {
+    if (integer && value.units >= std::numeric_limits<std::int64_t>::min() &&
+        value.units <= std::numeric_limits<std::int64_t>::max())
+        sqlite3_result_int64(ctx, static_cast<std::int64_t>(value.units));
+    else
+        sqlite3_result_double(ctx, toDouble(value));
+}
+
+void sumFinal(sqlite3_context *ctx) {
+    const DecimalSum *sum = sumOf(ctx, false);
+    if (!sum || sum->count() == 0)
+        return sqlite3_result_null(ctx);
+    resultDecimal(ctx, sum->total(), sum->integers());
+}
+
+// The mean of integers is an integer, cut towards zero; of other numbers it
+// keeps at least 6 places, as SQL Server's avg of a numeric column does.
+void avgFinal(sqlite3_context *ctx) {
+    const DecimalSum *sum = sumOf(ctx, false);
+    if (!sum || sum->count() == 0)
+        return sqlite3_result_null(ctx);
+    Decimal total = sum->total();
+    if (sum->integers())
+        return resultDecimal(ctx, {total.units / sum->count(), 0}, true);
+    int places = std::max(total.scale, 6);
+    Decimal widened{total.units, total.scale};
+    for (; widened.scale < places + 1; ++widened.scale)
+        widened.units *= 10;
+    Decimal mean = rounded({widened.units / sum->count(), widened.scale}, places);
+    resultDecimal(ctx, mean, false);
+}
+
 } // namespace
 
 void registerFunctions(sqlite3 *db) {
@@ -242,6 +476,12 @@ void registerFunctions(sqlite3 *db) {
     sqlite3_create_function(db, "sv_getdate", 0, SQLITE_UTF8, nullptr, &svGetdate, nullptr,
                             nullptr);
     sqlite3_create_function(db, "sv_convert", 2, pure, nullptr, &svConvert, nullptr, nullptr);
+    // SQL Server's LIKE in place of SQLite's: bracket sets, and letter case
+    // ignored beyond ASCII as the comparison of text ignores it.
+    sqlite3_create_function(db, "like", 2, pure, nullptr, &svLike, nullptr, nullptr);
+    sqlite3_create_function(db, "like", 3, pure, nullptr, &svLike, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_sum", 1, pure, nullptr, nullptr, &sumStep, &sumFinal);
+    sqlite3_create_function(db, "sv_avg", 1, pure, nullptr, nullptr, &sumStep, &avgFinal);
 }
 
 } // namespace ado::sqlite

@@ -18,6 +18,8 @@ namespace ado::sqlite {
 /// - sv_convert(type, x): convert(type, x) for type names as SQL Server
 ///   writes them ("int", "varchar(24)", "numeric(18,3)", "datetime"), with
 ///   SQL Server's errors for values that do not convert.
+/// - sv_sum(x), sv_avg(x): sum and avg with exact decimal arithmetic
+///   (ExactDecimal.h), so that quantities that net to zero sum to 0.
 void registerFunctions(sqlite3 *db);
 
 } // namespace ado::sqlite

@@ -33,19 +33,23 @@ NativeStatement::NativeStatement(const Connection &connection, std::string_view 
 NativeStatement::NativeStatement(std::shared_ptr<Database> db, sqlite3_stmt *stmt, std::string sql)
     : db_(std::move(db)), stmt_(stmt), sql_(std::move(sql)) {}
 
-std::optional<NativeStatement> NativeStatement::prepareFirst(Database &db, std::string_view &sql) {
+std::optional<NativeStatement> NativeStatement::prepareFirst(Database &db, std::string_view &sql,
+                                                             std::string_view quotedAs) {
     while (!sql.empty()) {
         sqlite3_stmt *stmt = nullptr;
         const char *tail = nullptr;
         int rc =
             sqlite3_prepare_v2(db.handle(), sql.data(), static_cast<int>(sql.size()), &stmt, &tail);
         if (rc != SQLITE_OK)
-            throw db.lastError(sql);
+            throw db.lastError(quotedAs.empty() ? sql : quotedAs);
         std::size_t used = tail ? static_cast<std::size_t>(tail - sql.data()) : sql.size();
         std::string text(sql.substr(0, used));
         sql.remove_prefix(used);
-        if (stmt)
-            return NativeStatement(db.shared_from_this(), stmt, std::move(text));
+        if (stmt) {
+            NativeStatement prepared(db.shared_from_this(), stmt, std::move(text));
+            prepared.quoted_ = std::string(quotedAs);
+            return prepared;
+        }
     }
     return std::nullopt;
 }
@@ -67,13 +71,14 @@ NativeStatement::~NativeStatement() {
 }
 
 NativeStatement::NativeStatement(NativeStatement &&other) noexcept
-    : db_(std::move(other.db_)), stmt_(other.stmt_), sql_(std::move(other.sql_)) {
+    : db_(std::move(other.db_)), stmt_(other.stmt_), sql_(std::move(other.sql_)),
+      quoted_(std::move(other.quoted_)) {
     other.stmt_ = nullptr;
 }
 
 void NativeStatement::check(int rc) const {
     if (rc != SQLITE_OK)
-        throw db_->lastError(sql_);
+        throw db_->lastError(quoted_.empty() ? sql_ : quoted_);
 }
 
 void NativeStatement::bindInteger(int index, std::int64_t value) {
@@ -138,20 +143,25 @@ std::string NativeStatement::parameterName(int index) const {
 }
 
 bool NativeStatement::step() {
+    const std::string &quoted = quoted_.empty() ? sql_ : quoted_;
     if (!sqlite3_stmt_busy(stmt_) && !sqlite3_stmt_readonly(stmt_))
-        db_->beforeWrite();
+        db_->beforeWrite(quoted);
     int rc = sqlite3_step(stmt_);
     if (rc == SQLITE_ROW)
         return true;
     if (rc == SQLITE_DONE)
         return false;
-    vb::Error error = db_->lastError(sql_);
+    vb::Error error = db_->lastError(quoted);
     sqlite3_reset(stmt_);
     throw error;
 }
 
 void NativeStatement::reset() {
     sqlite3_reset(stmt_);
+}
+
+bool NativeStatement::busy() const {
+    return sqlite3_stmt_busy(stmt_) != 0;
 }
 
 int NativeStatement::columnCount() const {

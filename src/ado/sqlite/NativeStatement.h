@@ -45,8 +45,10 @@ public:
     NativeStatement(Database &db, std::string_view sql);
     /// Prepares the first statement of `sql` and moves `sql` past it, for
     /// text of several statements run one after the other; nothing when no
-    /// statement is left (blanks and comments only).
-    static std::optional<NativeStatement> prepareFirst(Database &db, std::string_view &sql);
+    /// statement is left (blanks and comments only). Errors quote `quotedAs`
+    /// where it is given (the module's text of which `sql` is the translation).
+    static std::optional<NativeStatement> prepareFirst(Database &db, std::string_view &sql,
+                                                       std::string_view quotedAs = {});
     ~NativeStatement();
     NativeStatement(NativeStatement &&other) noexcept;
     NativeStatement &operator=(NativeStatement &&) = delete;
@@ -72,6 +74,11 @@ public:
     bool step();
     /// Makes the statement ready to run again; the bound values stay.
     void reset();
+    /// True between the first row read and the end or a reset.
+    bool busy() const;
+    /// The text the statement's errors quote, where it differs from the text
+    /// run (the module's own text, of which this is the translation).
+    void quoteAs(std::string text) { quoted_ = std::move(text); }
 
     int columnCount() const;
     std::string columnName(int column) const;
@@ -99,6 +106,7 @@ private:
     std::shared_ptr<Database> db_;
     sqlite3_stmt *stmt_ = nullptr;
     std::string sql_;
+    std::string quoted_;
 };
 
 /// The database behind an open `sqlite:` connection; raises for any other.

@@ -1,6 +1,9 @@
 #include "ado/sqlite/SqlTree.h"
 
+#include "ado/sqlite/Catalog.h"
 #include "ado/sqlite/ErrorMapping.h"
+
+#include <set>
 
 namespace ado::sqlite {
 
@@ -15,7 +18,24 @@ std::string Node::text() const {
 
 namespace {
 
-std::vector<Node> buildLevel(const std::vector<Token> &tokens, std::size_t &i, bool nested) {
+const std::set<std::string> reservedWords = {
+    "all",       "and",    "any",     "as",     "asc",   "begin",    "between", "by",    "case",
+    "collate",   "cross",  "default", "delete", "desc",  "distinct", "else",    "end",   "escape",
+    "except",    "exists", "from",    "full",   "group", "having",   "in",      "inner", "insert",
+    "intersect", "into",   "is",      "join",   "left",  "like",     "limit",   "not",   "null",
+    "on",        "or",     "order",   "outer",  "right", "select",   "set",     "some",  "then",
+    "top",       "union",  "update",  "values", "when",  "where",    "with"};
+
+// Deeper than any statement a person writes, within what SQLite's parser
+// takes, and far from the depth at which building (and every later walk of)
+// the tree would run out of stack.
+constexpr int deepestNesting = 64;
+
+std::vector<Node> buildLevel(const std::vector<Token> &tokens, std::size_t &i, int depth) {
+    if (depth > deepestNesting)
+        throw statementError("Some part of your SQL statement is nested too deeply. Rewrite the "
+                             "query or break it up into smaller queries.");
+    const bool nested = depth > 0;
     std::vector<Node> nodes;
     while (i < tokens.size()) {
         const Token &t = tokens[i++];
@@ -27,7 +47,7 @@ std::vector<Node> buildLevel(const std::vector<Token> &tokens, std::size_t &i, b
         Node node{t, false, {}};
         if (t.isSymbol("(")) {
             node.group = true;
-            node.children = buildLevel(tokens, i, true);
+            node.children = buildLevel(tokens, i, depth + 1);
         }
         nodes.push_back(std::move(node));
     }
@@ -40,7 +60,11 @@ std::vector<Node> buildLevel(const std::vector<Token> &tokens, std::size_t &i, b
 
 std::vector<Node> buildTree(const std::vector<Token> &tokens) {
     std::size_t i = 0;
-    return buildLevel(tokens, i, false);
+    return buildLevel(tokens, i, 0);
+}
+
+bool isReservedWord(std::string_view word) {
+    return reservedWords.count(lowerCase(word)) > 0;
 }
 
 std::vector<std::size_t> significantPositions(std::span<const Node> nodes) {

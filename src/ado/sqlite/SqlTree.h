@@ -28,6 +28,9 @@ struct Node {
 /// its partner raises -2147217900 "Incorrect syntax near ...".
 std::vector<Node> buildTree(const std::vector<Token> &tokens);
 
+/// Words that are never a column, a table alias or a column alias (any letter case).
+bool isReservedWord(std::string_view word);
+
 /// The positions of the significant nodes of a sequence, in order.
 std::vector<std::size_t> significantPositions(std::span<const Node> nodes);
 

@@ -39,6 +39,14 @@ std::string describeValues(const std::vector<ColumnValue> &values) {
     return out;
 }
 
+// A second statement in one call (the shape of text pasted into a search
+// field: "'; update aItem set itemrate=0; --") runs nothing at all.
+vb::Error severalStatements(std::string_view sql) {
+    return statementError("The command text holds more than one statement; one call runs one "
+                          "statement: \"" +
+                          firstWords(sql) + "\"");
+}
+
 // Insert, update and delete report the rows they changed; other statements none.
 bool changesRows(std::string_view sql) {
     auto first = sql.find_first_not_of(" \t\r\n(");
@@ -75,11 +83,14 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
     Translation t = translate(sql, catalog(), {updatable});
     log.translated = t.sql;
     log.rowsMeaning = "read";
-    if (t.statements != 1)
+    if (t.statements > 1)
+        throw severalStatements(sql);
+    if (t.statements == 0)
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     Database::TimeLimit limit(*db_, timeout_);
+    db_->awaitCommitted(sql);
     std::string_view rest = t.sql;
-    auto statement = NativeStatement::prepareFirst(*db_, rest);
+    auto statement = NativeStatement::prepareFirst(*db_, rest, sql);
     if (statement->columnCount() == 0) {
         // A statement that returns no rows runs at once; the recordset stays closed.
         while (statement->step()) {
@@ -94,10 +105,13 @@ std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rows
                                                 StatementLog &log) {
     Translation t = translate(sql, catalog());
     log.translated = t.sql;
+    if (t.statements > 1)
+        throw severalStatements(sql);
     Database::TimeLimit limit(*db_, timeout_);
+    db_->awaitCommitted(sql);
     std::string_view rest = t.sql;
     rowsAffected = 0;
-    while (auto statement = NativeStatement::prepareFirst(*db_, rest)) {
+    while (auto statement = NativeStatement::prepareFirst(*db_, rest, sql)) {
         if (t.statements == 1 && statement->columnCount() > 0) {
             log.rowsMeaning = "read";
             return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
@@ -228,6 +242,7 @@ std::vector<ParameterInfo> SqliteProvider::procedureParameters(std::string_view 
 long SqliteProvider::runProcedure(std::string_view name, const std::vector<vb::Variant> &arguments,
                                   StatementLog &log) {
     Database::TimeLimit limit(*db_, timeout_);
+    db_->awaitCommitted(name);
     runProcedureBody(*db_, name, arguments, log);
     return 0;
 }

@@ -134,8 +134,14 @@ long runProcedureBody(Database &db, std::string_view name,
     auto values = argumentValues(d, arguments);
     auto before = db.totalChanges();
     // The caller's transaction starts first: the savepoint nests in it and
-    // its release does not commit.
-    db.beforeWrite();
+    // its release does not commit. Called outside one, the procedure is a
+    // transaction of its own, holding the write lock from its start: a
+    // deferred one would read a snapshot that another user's commit could
+    // make stale before its first write.
+    bool own = !db.transactionWanted() && db.autocommit();
+    if (own)
+        db.beginTransaction();
+    db.beforeWrite(d.name);
     native(db, "SAVEPOINT sv_procedure_call");
     try {
         runBody(db, d, values);
@@ -143,10 +149,14 @@ long runProcedureBody(Database &db, std::string_view name,
         // Take back what the body did before it failed, and say what failed.
         native(db, "ROLLBACK TO sv_procedure_call");
         native(db, "RELEASE sv_procedure_call");
+        if (own)
+            db.rollbackTransaction();
         throw vb::Error(e.number(), e.source(),
                         e.description() + " (in stored procedure '" + d.name + "')");
     }
     native(db, "RELEASE sv_procedure_call");
+    if (own)
+        db.commitTransaction();
     log.rows = static_cast<long>(db.totalChanges() - before);
     return log.rows;
 }

@@ -2,6 +2,7 @@
 
 #include "ado/sqlite/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/GroupingCheck.h"
 #include "ado/sqlite/SqlTree.h"
 #include "ado/sqlite/ValueConversion.h"
 
@@ -17,26 +18,33 @@ using Kind = Token::Kind;
 using Nodes = std::span<const Node>;
 using Positions = std::vector<std::size_t>;
 
-// Words that are never a column, a table alias or a column alias.
-const std::set<std::string> reservedWords = {
-    "all",       "and",    "any",     "as",     "asc",   "begin",    "between", "by",    "case",
-    "collate",   "cross",  "default", "delete", "desc",  "distinct", "else",    "end",   "escape",
-    "except",    "exists", "from",    "full",   "group", "having",   "in",      "inner", "insert",
-    "intersect", "into",   "is",      "join",   "left",  "like",     "limit",   "not",   "null",
-    "on",        "or",     "order",   "outer",  "right", "select",   "set",     "some",  "then",
-    "top",       "union",  "update",  "values", "when",  "where",    "with"};
-
 // Plain renames: SQL Server function name -> the function that does the same here.
 const std::map<std::string, std::string> renamedFunctions = {
     {"isnull", "ifnull"},          {"len", "sv_len"},
     {"left", "sv_left"},           {"right", "sv_right"},
     {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
-    {"getdate", "sv_getdate"}};
+    {"getdate", "sv_getdate"},     {"sum", "sv_sum"},
+    {"avg", "sv_avg"}};
 
 // Functions whose result is text, so that + next to them joins strings.
 const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
                                              "ltrim", "rtrim",   "replace",   "space", "char",
                                              "str",   "reverse", "stuff"};
+
+// Statements of SQLite's own that SQL Server does not know: it reads the
+// first word of such a statement as the name of a stored procedure.
+const std::set<std::string> sqliteStatements = {"pragma",  "attach",  "detach", "vacuum",
+                                                "reindex", "analyze", "explain"};
+
+// The module's text never says limit (top says it); SQL Server would not take it.
+void refuseLimit(Nodes nodes) {
+    for (const auto &n : nodes) {
+        if (n.group)
+            refuseLimit(n.children);
+        else if (n.isWord("limit"))
+            throw statementError("Incorrect syntax near '" + std::string(n.token.text) + "'.");
+    }
+}
 
 const std::set<std::string> comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
 
@@ -45,7 +53,7 @@ const std::set<std::string> selectListEnds = {"from",   "into",  "where",  "grou
                                               "having", "union", "except", "intersect"};
 
 bool isReserved(const Node &n) {
-    return !n.group && n.token.kind == Kind::Word && reservedWords.count(lowerCase(n.token.text));
+    return !n.group && n.token.kind == Kind::Word && isReservedWord(n.token.text);
 }
 
 bool isName(const Node &n) {
@@ -136,10 +144,12 @@ private:
     void planDateComparisons(Level &level);
     void planStrings(Level &level);
 
+    void refuseSqliteOnly(const Level &level);
     void planDeleteInsert(Level &level);
     void planInsertValues(Level &level);
     void planUpdateSet(Level &level);
     void planWrittenLiteral(const Node *value, const ColumnType &type);
+    std::string exactWrite(const std::string &value, const ColumnType &type);
     void planSelectList(Level &level, Translation &result);
     bool nameItem(Level &level, std::size_t a, std::size_t b);
     void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
@@ -150,6 +160,7 @@ private:
     bool isTextOperandAfter(const Level &level, std::size_t k) const;
     bool isTextCall(const Node &name, const Node &group) const;
     ColumnKind kindBefore(const Level &level, std::size_t k) const;
+    bool isDateCall(const Node &name, const Node &group) const;
     ColumnKind kindAfter(const Level &level, std::size_t k) const;
     std::size_t nameChainEnd(const Level &level, std::size_t k) const;
     std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
@@ -183,6 +194,8 @@ std::string Rewriter::statement(Nodes nodes, Translation &result) {
     if (level.sig.empty())
         return sequence(nodes);
     ++result.statements;
+    refuseSqliteOnly(level);
+    checkGrouping(nodes, catalog_);
     planDeleteInsert(level);
     planInsertValues(level);
     planUpdateSet(level);
@@ -322,6 +335,12 @@ void Rewriter::planConcatenation(Level &level) {
 void Rewriter::planDateComparisons(Level &level) {
     for (std::size_t k = 0; k < level.sig.size(); ++k) {
         const Node &n = level.at(k);
+        if (n.group && k > 0 && level.at(k - 1).is(Kind::Word) &&
+            (level.at(k - 1).isWord("isnull") || level.at(k - 1).isWord("coalesce")) &&
+            isDateCall(level.at(k - 1), n))
+            for (const auto &child : n.children)
+                if (child.is(Kind::String))
+                    dateStrings_.insert(&child);
         if (n.group && k > 0 && level.at(k - 1).isWord("in") &&
             kindBefore(level, k - 1) == ColumnKind::Date) {
             for (const auto &child : n.children)
@@ -377,6 +396,14 @@ void Rewriter::planStrings(Level &level) {
 
 // ---- statement-level rules -------------------------------------------------
 
+void Rewriter::refuseSqliteOnly(const Level &level) {
+    const Node &first = level.at(0);
+    if (first.is(Kind::Word) && sqliteStatements.count(lowerCase(first.token.text)))
+        throw statementError("Could not find stored procedure '" + std::string(first.token.text) +
+                             "'.");
+    refuseLimit(level.nodes);
+}
+
 // delete T where ... and insert T ... without from / into.
 void Rewriter::planDeleteInsert(Level &level) {
     if (!level.has(1))
@@ -415,9 +442,36 @@ void Rewriter::planInsertValues(Level &level) {
         if (!level.at(k).group)
             continue;
         auto parts = splitArguments(level.at(k).children);
-        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i)
-            planWrittenLiteral(single(parts[i]), catalog_.columnType(table, columns[i]));
+        bool exact = false;
+        for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i) {
+            ColumnType type = catalog_.columnType(table, columns[i]);
+            planWrittenLiteral(single(parts[i]), type);
+            exact = exact || type.precision > 0;
+        }
+        if (!exact)
+            continue;
+        std::string values = "(";
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            ColumnType type = i < columns.size() ? catalog_.columnType(table, columns[i])
+                                                 : ColumnType{};
+            values += (i ? "," : "") + exactWrite(sequence(parts[i]), type);
+        }
+        level.edits.replace[level.sig[k]] = values + ")";
     }
+}
+
+// A value written into a numeric or money column keeps the column's scale
+// and is refused when too large for it, as SQL Server stores it.
+std::string Rewriter::exactWrite(const std::string &value, const ColumnType &type) {
+    if (type.precision == 0)
+        return value;
+    std::size_t lead = value.find_first_not_of(" \t\r\n");
+    if (lead == std::string::npos)
+        return value;
+    std::string name = type.kind == ColumnKind::Money ? type.name
+                                                      : "numeric(" + std::to_string(type.precision) +
+                                                            "," + std::to_string(type.scale) + ")";
+    return value.substr(0, lead) + "sv_convert('" + name + "', " + trimmed(value) + ")";
 }
 
 // update T set c = '...', ...: the same rules as for inserted values.
@@ -426,11 +480,29 @@ void Rewriter::planUpdateSet(Level &level) {
         return;
     std::size_t k = nameChainEnd(level, 1);
     std::string table = level.at(k).token.name();
-    for (++k; level.has(k) && !level.at(k).isWord("where") && !level.at(k).isWord("from"); ++k)
-        if (level.at(k).isSymbol("=") && k > 0 && isName(level.at(k - 1)) && level.has(k + 1) &&
-            (!level.has(k + 2) || level.at(k + 2).isSymbol(",") || level.at(k + 2).isWord("where")))
-            planWrittenLiteral(&level.at(k + 1),
-                               catalog_.columnType(table, level.at(k - 1).token.name()));
+    auto endsValue = [&](std::size_t e) {
+        return !level.has(e) || level.at(e).isSymbol(",") || level.at(e).isWord("where") ||
+               level.at(e).isWord("from");
+    };
+    for (++k; level.has(k) && !level.at(k).isWord("where") && !level.at(k).isWord("from"); ++k) {
+        if (!level.at(k).isSymbol("=") || k == 0 || !isName(level.at(k - 1)) || !level.has(k + 1))
+            continue;
+        ColumnType type = catalog_.columnType(table, level.at(k - 1).token.name());
+        if (endsValue(k + 2))
+            planWrittenLiteral(&level.at(k + 1), type);
+        if (type.precision == 0)
+            continue;
+        std::size_t last = k + 1;
+        while (!endsValue(last + 1))
+            ++last;
+        std::string name = type.kind == ColumnKind::Money
+                               ? type.name
+                               : "numeric(" + std::to_string(type.precision) + "," +
+                                     std::to_string(type.scale) + ")";
+        level.edits.after[level.sig[k]] += " sv_convert('" + name + "',";
+        level.edits.after[level.sig[last]] += ")";
+        k = last;
+    }
 }
 
 // A string literal written into a column: a date column takes the stored
@@ -442,6 +514,8 @@ void Rewriter::planWrittenLiteral(const Node *value, const ColumnType &type) {
         dateStrings_.insert(value);
     else if (type.numeric())
         toStored(vb::Variant(value->token.stringValue()), type);
+    else if (type.kind == ColumnKind::Text)
+        fittedText(value->token.stringValue(), type);
 }
 
 // The names of the result columns are those the statement gives: a column
@@ -626,9 +700,31 @@ bool Rewriter::isTextOperandAfter(const Level &level, std::size_t k) const {
 ColumnKind Rewriter::kindBefore(const Level &level, std::size_t k) const {
     if (k > 0 && level.at(k - 1).isWord("not"))
         --k;
+    if (k >= 2 && level.at(k - 1).group && level.at(k - 2).is(Kind::Word) &&
+        isDateCall(level.at(k - 2), level.at(k - 1)))
+        return ColumnKind::Date;
     if (k == 0 || !isName(level.at(k - 1)))
         return ColumnKind::Unknown;
     return catalog_.kindOfColumn(level.at(k - 1).token.name());
+}
+
+// isnull, coalesce, max or min of a date column gives a date: isnull(svhdate,
+// '19000101') > '20261101', having max(svhdate) > '...'. Text among the
+// arguments of isnull and coalesce is a date too.
+bool Rewriter::isDateCall(const Node &name, const Node &group) const {
+    static const std::set<std::string> dateKeeping = {"isnull", "coalesce", "max", "min"};
+    if (!dateKeeping.count(lowerCase(name.token.text)))
+        return false;
+    auto parts = splitArguments(group.children);
+    std::vector<std::size_t> sig = significantPositions(parts[0]);
+    if (sig.empty() || sig.size() % 2 == 0)
+        return false;
+    for (std::size_t i = 0; i < sig.size(); ++i) {
+        const Node &n = parts[0][sig[i]];
+        if (i % 2 ? !n.isSymbol(".") : !isName(n))
+            return false;
+    }
+    return catalog_.kindOfColumn(parts[0][sig.back()].token.name()) == ColumnKind::Date;
 }
 
 // The kind of the column (a.b.c) that starts just after position k.
@@ -636,8 +732,9 @@ ColumnKind Rewriter::kindAfter(const Level &level, std::size_t k) const {
     if (!level.has(k + 1) || !isName(level.at(k + 1)))
         return ColumnKind::Unknown;
     std::size_t end = nameChainEnd(level, k + 1);
-    if (level.has(end + 1) && level.at(end + 1).group)
-        return ColumnKind::Unknown; // a function call
+    if (level.has(end + 1) && level.at(end + 1).group) // a function call
+        return end == k + 1 && isDateCall(level.at(end), level.at(end + 1)) ? ColumnKind::Date
+                                                                            : ColumnKind::Unknown;
     return catalog_.kindOfColumn(level.at(end).token.name());
 }
 

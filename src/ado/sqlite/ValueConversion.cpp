@@ -1,6 +1,7 @@
 #include "ado/sqlite/ValueConversion.h"
 
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "vb/Conversion.h"
 
@@ -195,17 +196,51 @@ std::int64_t numberToInteger(double value, const ColumnType &type) {
     return static_cast<std::int64_t>(rounded);
 }
 
+std::string fittedText(std::string text, const ColumnType &type) {
+    if (type.length <= 0)
+        return text;
+    // Characters, not bytes: a UTF-8 character starts at every byte that is no continuation.
+    auto characters = [](std::string_view t) {
+        std::size_t n = 0;
+        for (char c : t)
+            n += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+        return n;
+    };
+    const auto length = static_cast<std::size_t>(type.length);
+    if (characters(text) <= length)
+        return text;
+    // Blanks past the end are dropped without a word, as SQL Server drops them.
+    std::size_t kept = text.find_last_not_of(' ');
+    std::string_view core = kept == std::string::npos ? std::string_view() : std::string_view(text).substr(0, kept + 1);
+    if (characters(core) > length)
+        throw truncationError();
+    text.resize(core.size() + (length - characters(core)));
+    return text;
+}
+
+StoredValue exactNumeric(const StoredValue &stored, const ColumnType &type) {
+    if (type.kind != ColumnKind::Decimal && type.kind != ColumnKind::Money)
+        return stored;
+    bool money = type.kind == ColumnKind::Money;
+    if (const auto *i = std::get_if<std::int64_t>(&stored))
+        return toNumeric(*i, type.precision, type.scale, money);
+    if (const auto *d = std::get_if<double>(&stored))
+        return toNumeric(*d, type.precision, type.scale, money);
+    return stored;
+}
+
 StoredValue toStored(const vb::Variant &v, const ColumnType &type) {
     if (v.isNull() || v.isEmpty())
         return std::monostate{};
     if (type.kind == ColumnKind::Date)
         return forDate(v);
     if (type.numeric()) {
-        if (v.isString())
-            return textForNumeric(v.asString(), type);
-        return numberFor(v, type);
+        StoredValue stored = v.isString() ? textForNumeric(v.asString(), type) : numberFor(v, type);
+        return exactNumeric(stored, type);
     }
-    if (type.kind == ColumnKind::Text || v.isString() || v.isBoolean())
+    if (type.kind == ColumnKind::Text)
+        return fittedText(vb::CStr(v), type);
+    if (v.isString() || v.isBoolean())
         return vb::CStr(v);
     if (v.isDate())
         return canonicalDate(v.asDate());

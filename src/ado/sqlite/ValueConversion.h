@@ -21,7 +21,20 @@ using StoredValue = std::variant<std::monostate, std::int64_t, double, std::stri
 /// text in the forms of DateText.h likewise; numbers and dates going into a
 /// text column take the text the old language gave them (vb::CStr). Null and
 /// Empty store null.
+/// A number going into numeric(p,s), decimal(p,s) or money is rounded half
+/// away from zero to s places; one too large for p digits raises SQL
+/// Server's arithmetic overflow error (ExactDecimal.h).
 StoredValue toStored(const vb::Variant &value, const ColumnType &type);
+
+/// Text as a column of `type` with a length (varchar(20)) keeps it: longer
+/// text raises -2147217833 "String or binary data would be truncated.",
+/// except that blanks at its end past the length are dropped.
+std::string fittedText(std::string text, const ColumnType &type);
+
+/// A stored number as a column of `type` keeps it: rounded to the scale of
+/// a numeric or money column and checked against its precision; other
+/// values and types as they are.
+StoredValue exactNumeric(const StoredValue &stored, const ColumnType &type);
 
 /// Text converted to an integer type ("int", "smallint", "tinyint", "bigint"):
 /// blanks around, a sign and digits; the empty text is 0.

@@ -40,6 +40,9 @@ public:
     SetStep setStep();
     DbStep dbStep();
     AnswerStep answerStep();
+    FailStep failStep();
+    ExpectErrorStep expectErrorStep();
+    ExpectColumnStep expectColumnStep(ControlRef control);
     PointerStep pointerStep(const std::string &gesture);
     PressStep pressStep();
     ExpectMsgBoxStep expectMsgBoxStep();
@@ -54,6 +57,7 @@ public:
 
 private:
     const Token &take(std::string_view what);
+    bool atQuoted() const { return !atEnd() && tokens_[next_].quoted; }
     bool atEnd() const { return next_ >= tokens_.size(); }
     ControlRef parseControl(std::string_view text) const;
     Spot spot(const std::string &gesture);

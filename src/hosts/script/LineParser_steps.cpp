@@ -157,6 +157,88 @@ AnswerStep LineParser::answerStep() {
     fail("answer takes ok, cancel, yes, no, abort, retry or ignore, not \"" + answer + "\"");
 }
 
+FailStep LineParser::failStep() {
+    FailStep step;
+    std::string kind = keyword();
+    if (kind == "sql") {
+        step.kind = FailStep::Kind::Statement;
+        if (atQuoted()) {
+            step.firstWords = word("the statement's first words");
+            if (!atKeyword("error")) {
+                step.nth = number("which of those statements (1 is the next)");
+                if (!atKeyword("error")) {
+                    fail("fail sql wants error NUMBER after the statement");
+                }
+            }
+        } else {
+            step.nth = number("the statement's first words in quotes, or which statement");
+            if (!atKeyword("error")) {
+                fail("fail sql wants error NUMBER after the statement");
+            }
+        }
+    } else {
+        if (kind == "update") {
+            step.kind = FailStep::Kind::Update;
+        } else if (kind == "begintrans") {
+            step.kind = FailStep::Kind::BeginTrans;
+        } else if (kind == "committrans") {
+            step.kind = FailStep::Kind::CommitTrans;
+        } else if (kind == "rollbacktrans") {
+            step.kind = FailStep::Kind::RollbackTrans;
+        } else {
+            fail("fail knows sql, update, begintrans, committrans and rollbacktrans, not \"" +
+                 kind + "\"");
+        }
+        if (!atKeyword("error")) {
+            step.nth = number("which call (1 is the next)");
+            if (!atKeyword("error")) {
+                fail("fail " + kind + " wants error NUMBER");
+            }
+        }
+    }
+    if (step.nth < 1) {
+        fail("the calls count from 1, the next one");
+    }
+    step.number = number("the error number");
+    if (!atEnd()) {
+        step.description = value("the error's description");
+    }
+    end();
+    return step;
+}
+
+ExpectErrorStep LineParser::expectErrorStep() {
+    ExpectErrorStep step;
+    step.number = number("the error number");
+    if (!atEnd()) {
+        step.description = value("the error's description");
+    }
+    end();
+    return step;
+}
+
+ExpectColumnStep LineParser::expectColumnStep(ControlRef control) {
+    ExpectColumnStep step;
+    step.control = std::move(control);
+    step.col = number("a column");
+    while (!atEnd()) {
+        if (atKeyword("width")) {
+            step.width = number("the width in twips");
+        } else if (atKeyword("alignment")) {
+            step.alignment = number("the alignment");
+        } else if (atKeyword("position")) {
+            step.position = number("the position");
+        } else {
+            fail("expect CONTROL column N takes width N, alignment N and position N, not " +
+                 inQuotes(word("an option")));
+        }
+    }
+    if (!step.width && !step.alignment && !step.position) {
+        fail("expect CONTROL column N wants width, alignment or position");
+    }
+    return step;
+}
+
 Spot LineParser::spot(const std::string &gesture) {
     Spot s;
     if (atKeyword("row")) {
@@ -223,16 +305,22 @@ ExpectMsgBoxStep LineParser::expectMsgBoxStep() {
             step.style = number("the style number");
         } else if (atKeyword("title")) {
             step.title = value("the title");
+        } else if (atKeyword("untitled")) {
+            step.untitled = true;
         } else {
-            fail("expect msgbox takes style N and title \"TEXT\", not " +
+            fail("expect msgbox takes style N, and title \"TEXT\" or untitled, not " +
                  inQuotes(word("an option")));
         }
+    }
+    if (step.untitled && step.title) {
+        fail("a message box has a title of its own or is untitled, not both");
     }
     return step;
 }
 
 ExpectFocusStep LineParser::expectFocusStep() {
     ExpectFocusStep step;
+    step.negated = atKeyword("not");
     if (!atKeyword("none")) {
         step.control = control();
     }

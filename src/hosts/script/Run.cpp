@@ -72,6 +72,13 @@ void Run::runStep(const Step &step) {
         }
         throw;
     } catch (const vb::Error &error) {
+        // A failure that reaches the host fails its line, unless the line
+        // under it expects it; the forms stay as the failure left them.
+        if (next_ < scenario_.steps.size() &&
+            std::holds_alternative<ExpectErrorStep>(scenario_.steps[next_].action)) {
+            hostError_ = error;
+            return;
+        }
         Failure failure(step.source, "no error",
                         "error " + std::to_string(error.number()) + ": " + error.description() +
                             (error.source().empty() ? "" : " (" + error.source() + ")"));
@@ -111,6 +118,17 @@ void Run::finish() {
         failure.setLine(scenario_.lastLine);
         throw;
     }
+    if (connection_.State() != 0 && connection_.pendingFaults() > 0) {
+        std::string lines;
+        for (int line : failLines_) {
+            lines += (lines.empty() ? "" : ", ") + std::to_string(line);
+        }
+        Failure failure("a fault was armed and no call took it",
+                        "every fault armed (lines " + lines + ") taken by a call",
+                        std::to_string(connection_.pendingFaults()) + " still waiting");
+        failure.setLine(failLines_.empty() ? scenario_.lastLine : failLines_.back());
+        throw failure;
+    }
     if (!ui_.queuedAnswers().empty()) {
         Failure failure("an answer was queued and no message box came to take it", "a message box",
                         "none");
@@ -128,7 +146,8 @@ void Run::requireBoxesChecked() {
     boxes.clear();
     throw Failure("a message box was shown and no \"expect msgbox\" line checked it",
                   "\"expect msgbox\" after the line that showed it",
-                  "message box " + describeBox(box.prompt, box.buttons, box.title));
+                  "message box " +
+                      describeBox(box.prompt, box.buttons, box.title, box.untitled));
 }
 
 void Run::requireNoForms(std::string_view what) const {

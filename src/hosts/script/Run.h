@@ -11,8 +11,12 @@
 
 #include "ado/Connection.h"
 
+#include "vb/Error.h"
+
 #include <cstddef>
 #include <memory>
+#include <optional>
+#include <vector>
 #include <string>
 #include <string_view>
 
@@ -60,6 +64,8 @@ private:
     void apply(const SqlStep &step);
     void apply(const ShowStep &step);
     void apply(const AnswerStep &step);
+    void apply(const FailStep &step);
+    void apply(const MarkSqlStep &step);
     void openConnection(const std::string &connectionString);
 
     // What the user does (Run_input.cpp).
@@ -75,12 +81,15 @@ private:
     void apply(const ExpectPropertyStep &step);
     void apply(const ExpectCellStep &step);
     void apply(const ExpectControlRowsStep &step);
+    void apply(const ExpectColumnStep &step);
     void apply(const ExpectFocusStep &step);
     void apply(const ExpectPointerStep &step);
     void apply(const ExpectFormStep &step);
     void apply(const ExpectMsgBoxStep &step);
     void apply(const ExpectRowsStep &step);
     void apply(const ExpectOutputStep &step);
+    void apply(const ExpectSqlStep &step);
+    void apply(const ExpectErrorStep &step);
     void expectText(const std::string &what, const std::string &found, const std::string &file);
     void apply(const DumpStep &step);
 
@@ -90,6 +99,11 @@ private:
     std::size_t next_ = 0;
     Session session_;
     bool processDateSet_ = false;
+    /// The error a line raised that no form handled, kept for the
+    /// `expect error` line right under it.
+    std::optional<vb::Error> hostError_;
+    /// Lines that armed a fault, for the report of faults no call took.
+    std::vector<int> failLines_;
     ScratchFolder scratch_;
     ado::Connection connection_;
     ScriptUi ui_;

@@ -12,6 +12,7 @@
 #include "forms/ListView.h"
 
 #include "ado/Recordset.h"
+#include "ado/Session.h"
 
 #include "vb/Conversion.h"
 #include "vb/DateFormat.h"
@@ -186,6 +187,16 @@ void Run::apply(const ExpectFocusStep &step) {
     forms::Form &form = shownForm(step.control ? step.control->form : std::string());
     forms::Control *focused = form.ActiveControl();
     std::string found = focused ? focused->qualifiedName() : "none";
+    if (step.negated) {
+        forms::Control *unwanted = step.control ? &control(*step.control) : nullptr;
+        if (focused == unwanted) {
+            throw Failure(current_->source,
+                          "the focus anywhere but on " +
+                              (unwanted ? unwanted->qualifiedName() : std::string("none")),
+                          found);
+        }
+        return;
+    }
     if (!step.control) {
         compareValue(current_->source, "none", found);
         return;
@@ -238,19 +249,27 @@ void Run::apply(const ExpectMsgBoxStep &step) {
     if (step.title) {
         expected += " title " + inQuotes(*step.title);
     }
+    if (step.untitled) {
+        expected += " untitled";
+    }
     if (boxes.empty()) {
         throw Failure(current_->source, "message box " + expected, "no message box");
     }
     ScriptUi::Box box = boxes.front();
     boxes.pop_front();
+    // A title named on the line is a title the box gave itself: a box that
+    // left it out carries the application's title and does not match it.
     if (box.prompt != step.text || (step.style && *step.style != box.buttons) ||
-        (step.title && *step.title != box.title)) {
+        (step.title && (box.untitled || *step.title != box.title)) ||
+        (step.untitled && !box.untitled)) {
         throw Failure(current_->source, "message box " + expected,
-                      "message box " + describeBox(box.prompt, box.buttons, box.title));
+                      "message box " +
+                          describeBox(box.prompt, box.buttons, box.title, box.untitled));
     }
 }
 
 void Run::apply(const ExpectRowsStep &step) {
+    ado::Session::Unobserved scenarioOwn(connection_.session());
     ado::Recordset rs = connection_.Execute(step.query);
     Rows found;
     if (rs.State() == 0) {
@@ -266,6 +285,100 @@ void Run::apply(const ExpectRowsStep &step) {
         rs.MoveNext();
     }
     compareRows(current_->source, step.rows, found);
+}
+
+void Run::apply(const ExpectColumnStep &step) {
+    forms::Control &target = control(step.control);
+    int width = 0;
+    int alignment = 0;
+    int position = 0;
+    if (target.kind() == forms::ControlKind::FlexGrid) {
+        const auto &grid = static_cast<const forms::FlexGrid &>(target);
+        if (step.col < 0 || step.col >= grid.Cols()) {
+            throw Failure(current_->source, "a column " + std::to_string(step.col),
+                          std::to_string(grid.Cols()) + " columns, from 0");
+        }
+        width = grid.ColWidth(step.col);
+        alignment = grid.ColAlignment(step.col);
+        // A grid shows its columns in their order; those of width 0 take no
+        // place, so the position is what a person counts from the left.
+        if (width > 0) {
+            for (int c = 0; c <= step.col; ++c) {
+                position += grid.ColWidth(c) > 0 ? 1 : 0;
+            }
+        }
+    } else if (target.kind() == forms::ControlKind::ListView) {
+        const auto &list = static_cast<const forms::ListView &>(target);
+        if (step.col < 1 || step.col > list.ColumnHeaders().Count()) {
+            throw Failure(current_->source, "a column " + std::to_string(step.col),
+                          std::to_string(list.ColumnHeaders().Count()) + " columns, from 1");
+        }
+        const forms::ColumnHeader &column = list.ColumnHeaders()(step.col);
+        width = column.Width();
+        alignment = column.Alignment();
+        position = column.Position();
+    } else {
+        throw Failure(current_->source, "a grid or a list",
+                      target.qualifiedName() + " is a " + kindName(target));
+    }
+    std::string expected;
+    std::string found;
+    auto part = [&](const char *name, const std::optional<int> &wanted, int value) {
+        if (wanted) {
+            expected += std::string(expected.empty() ? "" : " ") + name + " " +
+                        std::to_string(*wanted);
+            found += std::string(found.empty() ? "" : " ") + name + " " + std::to_string(value);
+        }
+    };
+    part("width", step.width, width);
+    part("alignment", step.alignment, alignment);
+    part("position", step.position, position);
+    if (expected != found) {
+        throw Failure(current_->source, expected, found);
+    }
+}
+
+namespace {
+
+/// A statement as an `expect sql` block writes it: as it is, or in quotes
+/// when blanks at an end or a line break would be lost on a plain line.
+std::string statementLine(const std::string &statement) {
+    bool plain = !statement.empty() && trimBlanks(statement) == statement &&
+                 statement.front() != '"' && statement.front() != '#' &&
+                 statement.find_first_of("\r\n\t") == std::string::npos;
+    return plain ? statement : inQuotes(statement);
+}
+
+} // namespace
+
+void Run::apply(const ExpectSqlStep &step) {
+    std::vector<std::string> found = connection_.takeStatements();
+    if (found != step.statements) {
+        std::vector<std::string> expectedLines;
+        std::vector<std::string> foundLines;
+        for (const auto &s : step.statements) {
+            expectedLines.push_back(statementLine(s));
+        }
+        for (const auto &s : found) {
+            foundLines.push_back(statementLine(s));
+        }
+        throw Failure(current_->source, expectedLines, foundLines);
+    }
+}
+
+void Run::apply(const ExpectErrorStep &step) {
+    std::string expected = "error " + std::to_string(step.number) +
+                           (step.description ? ": " + *step.description : std::string());
+    if (!hostError_) {
+        throw Failure(current_->source, expected, "no error");
+    }
+    vb::Error error = std::move(*hostError_);
+    hostError_.reset();
+    if (error.number() != step.number ||
+        (step.description && *step.description != error.description())) {
+        throw Failure(current_->source, expected,
+                      "error " + std::to_string(error.number()) + ": " + error.description());
+    }
 }
 
 void Run::apply(const DumpStep &step) {

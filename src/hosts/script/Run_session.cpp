@@ -5,6 +5,8 @@
 
 #include "module/records/DatabaseFile.h"
 
+#include "ado/Session.h"
+
 #include "vb/Clock.h"
 
 #include <string>
@@ -58,6 +60,8 @@ void Run::apply(const SetStep &step) {
 void Run::openConnection(const std::string &connectionString) {
     ado::Connection connection;
     connection.Open(connectionString);
+    // `expect sql` checks what the forms send from here on.
+    connection.recordStatements(true);
     connection_ = connection;
     session_.connectionString = connectionString;
 }
@@ -82,6 +86,7 @@ void Run::apply(const DbStep &step) {
 }
 
 void Run::apply(const SqlStep &step) {
+    ado::Session::Unobserved scenarioOwn(connection_.session());
     connection_.Execute(step.statement);
 }
 
@@ -106,6 +111,38 @@ void Run::apply(const ShowStep &step) {
 
 void Run::apply(const AnswerStep &step) {
     ui_.queueAnswer(step.answer, current_->line);
+}
+
+} // namespace script
+
+namespace script {
+
+void Run::apply(const FailStep &step) {
+    vb::Error error(step.number, "stockverify script",
+                    step.description.value_or("Fault made by line " +
+                                              std::to_string(current_->line) + " of the scenario"));
+    switch (step.kind) {
+    case FailStep::Kind::Statement:
+        connection_.failStatement(step.nth, step.firstWords, std::move(error));
+        break;
+    case FailStep::Kind::Update:
+        connection_.failNthCall(step.nth, std::move(error), ado::Operation::Update);
+        break;
+    case FailStep::Kind::BeginTrans:
+        connection_.failNthCall(step.nth, std::move(error), ado::Operation::BeginTrans);
+        break;
+    case FailStep::Kind::CommitTrans:
+        connection_.failNthCall(step.nth, std::move(error), ado::Operation::CommitTrans);
+        break;
+    case FailStep::Kind::RollbackTrans:
+        connection_.failNthCall(step.nth, std::move(error), ado::Operation::RollbackTrans);
+        break;
+    }
+    failLines_.push_back(current_->line);
+}
+
+void Run::apply(const MarkSqlStep &) {
+    connection_.takeStatements();
 }
 
 } // namespace script

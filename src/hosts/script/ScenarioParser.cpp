@@ -61,6 +61,10 @@ private:
     Action show(LineParser &line);
     /// The lines under a command, up to a blank line or the end of the file.
     Rows block();
+    /// The statements under `expect sql`, one a line: as written, blanks at
+    /// either end dropped, or in double quotes with escapes when a statement
+    /// has blanks at an end or spans lines.
+    std::vector<std::string> statementBlock();
 
     const std::vector<std::string> &targets_;
     std::vector<std::string> lines_;
@@ -83,6 +87,16 @@ Action Parser::command(LineParser &line) {
     }
     if (word == "answer") {
         return line.answerStep();
+    }
+    if (word == "fail") {
+        return line.failStep();
+    }
+    if (word == "mark") {
+        if (!line.atKeyword("sql")) {
+            line.fail("mark knows sql");
+        }
+        line.end();
+        return MarkSqlStep{};
     }
     if (word == "click" || word == "dblclick" || word == "rightclick" || word == "hover" ||
         word == "select") {
@@ -132,6 +146,13 @@ Action Parser::expect(LineParser &line) {
         step.rows = block();
         return step;
     }
+    if (line.atKeyword("sql")) {
+        line.end();
+        return ExpectSqlStep{statementBlock()};
+    }
+    if (line.atKeyword("error")) {
+        return line.expectErrorStep();
+    }
     if (line.atKeyword("msgbox")) {
         return line.expectMsgBoxStep();
     }
@@ -179,8 +200,11 @@ Action Parser::expectOnControl(LineParser &line) {
         line.end();
         return ExpectControlRowsStep{control, block()};
     }
+    if (line.atKeyword("column")) {
+        return line.expectColumnStep(control);
+    }
     line.fail("expect " + control.text() +
-              " wants .Property VALUE, cell ROW COL VALUE, or rows and a block");
+              " wants .Property VALUE, cell ROW COL VALUE, column N ..., or rows and a block");
 }
 
 Rows Parser::block() {
@@ -197,6 +221,30 @@ Rows Parser::block() {
         rows.push_back(LineParser::blockCells(text));
     }
     return rows;
+}
+
+std::vector<std::string> Parser::statementBlock() {
+    std::vector<std::string> statements;
+    while (next_ < lines_.size()) {
+        std::string_view text = trimBlanks(lines_[next_]);
+        if (text.empty()) {
+            break;
+        }
+        int number = static_cast<int>(++next_);
+        if (text.front() == '#') {
+            continue;
+        }
+        if (text.front() != '"') {
+            statements.emplace_back(text);
+            continue;
+        }
+        std::vector<Token> tokens = tokenize(text, number);
+        if (tokens.size() != 1) {
+            throw BadScript(number, "a quoted statement stands alone on its line");
+        }
+        statements.push_back(tokens.front().text);
+    }
+    return statements;
 }
 
 } // namespace

@@ -50,8 +50,10 @@ std::string menuItems(const forms::Menu &menu) {
 
 } // namespace
 
-std::string describeBox(std::string_view prompt, int buttons, std::string_view title) {
-    return inQuotes(prompt) + " style " + std::to_string(buttons) + " title " + inQuotes(title);
+std::string describeBox(std::string_view prompt, int buttons, std::string_view title,
+                        bool untitled) {
+    return inQuotes(prompt) + " style " + std::to_string(buttons) +
+           (untitled ? " untitled (shows " + inQuotes(title) + ")" : " title " + inQuotes(title));
 }
 
 ScriptUi::ScriptUi(std::function<void()> takeStep) : takeStep_(std::move(takeStep)) {}
@@ -78,21 +80,32 @@ void ScriptUi::runModal(forms::Form &form) {
 }
 
 int ScriptUi::msgBox(std::string_view prompt, int buttons, std::string_view title) {
+    return takeBox(prompt, buttons, title, false);
+}
+
+int ScriptUi::untitledMsgBox(std::string_view prompt, int buttons, std::string_view appTitle) {
+    return takeBox(prompt, buttons, appTitle, true);
+}
+
+int ScriptUi::takeBox(std::string_view prompt, int buttons, std::string_view title,
+                      bool untitled) {
     if (answers_.empty()) {
         throw Failure("unexpected message box", "no message box (or an answer line before it)",
-                      "message box " + describeBox(prompt, buttons, title));
+                      "message box " + describeBox(prompt, buttons, title, untitled));
     }
     QueuedAnswer next = answers_.front();
     answers_.pop_front();
     std::vector<int> offered = forms::msgBoxAnswers(buttons);
     if (std::find(offered.begin(), offered.end(), next.answer) == offered.end()) {
         Failure failure("the answer queued at line " + std::to_string(next.line) +
-                            " does not fit the message box " + describeBox(prompt, buttons, title),
+                            " does not fit the message box " +
+                            describeBox(prompt, buttons, title, untitled),
                         "one of the buttons " + answerNames(buttons),
                         forms::displayCaption(forms::msgBoxButtonCaption(next.answer)));
         throw failure;
     }
-    unchecked_.push_back({std::string(prompt), buttons, std::string(title), next.answer});
+    unchecked_.push_back(
+        {std::string(prompt), buttons, std::string(title), next.answer, untitled});
     return next.answer;
 }
 

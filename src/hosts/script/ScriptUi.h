@@ -29,6 +29,7 @@ public:
         int buttons = 0;
         std::string title;
         int answer = 0;
+        bool untitled = false; // no title of its own: `title` is the application's
     };
     struct ShownText {
         std::string path;
@@ -69,6 +70,7 @@ public:
 
     void runModal(forms::Form &form) override;
     int msgBox(std::string_view prompt, int buttons, std::string_view title) override;
+    int untitledMsgBox(std::string_view prompt, int buttons, std::string_view appTitle) override;
     forms::Menu *popupMenu(forms::Form &form, forms::Menu &menu) override;
     /// Queued keystrokes were run by the runtime; there is no screen to draw
     /// and nothing waits: the scenario's next line comes after the handler.
@@ -81,6 +83,7 @@ public:
 
 private:
     void countTurn(const forms::Form &form);
+    int takeBox(std::string_view prompt, int buttons, std::string_view title, bool untitled);
 
     std::function<void()> takeStep_;
     std::size_t watchdog_ = 1000;
@@ -93,7 +96,9 @@ private:
     std::map<std::string, std::shared_ptr<std::ostringstream>> printers_;
 };
 
-/// A message box as failures show it: "\"text\" style 48 title \"t\"".
-std::string describeBox(std::string_view prompt, int buttons, std::string_view title);
+/// A message box as failures show it: "\"text\" style 48 title \"t\"", or
+/// "\"text\" style 48 untitled (shows \"t\")" for a box with no title of its own.
+std::string describeBox(std::string_view prompt, int buttons, std::string_view title,
+                        bool untitled = false);
 
 } // namespace script

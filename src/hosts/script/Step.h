@@ -78,6 +78,20 @@ struct AnswerStep {
     int answer = 0;
 };
 
+/// Arms the fault hook of the session's connection: a chosen call from now
+/// raises a chosen error instead of reaching the database.
+struct FailStep {
+    enum class Kind { Statement, Update, BeginTrans, CommitTrans, RollbackTrans };
+    Kind kind = Kind::Statement;
+    std::string firstWords; // Statement: "" for any statement
+    int nth = 1;
+    std::int32_t number = 0;
+    std::optional<std::string> description;
+};
+
+/// Starts the statements that the next `expect sql` checks.
+struct MarkSqlStep {};
+
 struct PointerStep {
     enum class Gesture { Click, DblClick, RightClick, Hover };
     Gesture gesture = Gesture::Click;
@@ -125,6 +139,16 @@ struct ExpectControlRowsStep {
 
 struct ExpectFocusStep {
     std::optional<ControlRef> control; // none: no control has the focus
+    bool negated = false;              // `expect focus not X`
+};
+
+/// A column of a grid (from 0) or a list (from 1): the parts the line names.
+struct ExpectColumnStep {
+    ControlRef control;
+    int col = 0;
+    std::optional<int> width;
+    std::optional<int> alignment;
+    std::optional<int> position;
 };
 
 struct ExpectPointerStep {
@@ -141,6 +165,7 @@ struct ExpectMsgBoxStep {
     std::string text;
     std::optional<int> style;
     std::optional<std::string> title;
+    bool untitled = false; // the box gave no title of its own
 };
 
 struct ExpectRowsStep {
@@ -159,15 +184,27 @@ struct ExpectOutputStep {
     std::optional<std::string> title; // Report
 };
 
+/// The statements sent since the mark, letter for letter, in order.
+struct ExpectSqlStep {
+    std::vector<std::string> statements;
+};
+
+/// The error that the line before raised and no form handled.
+struct ExpectErrorStep {
+    std::int32_t number = 0;
+    std::optional<std::string> description;
+};
+
 struct DumpStep {
     std::string form; // empty: the active form
 };
 
 using Action =
-    std::variant<SetStep, DbStep, SqlStep, ShowStep, AnswerStep, PointerStep, TypeStep, PressStep,
-                 ChooseStep, CloseStep, ExpectPropertyStep, ExpectCellStep, ExpectControlRowsStep,
-                 ExpectFocusStep, ExpectPointerStep, ExpectFormStep, ExpectMsgBoxStep,
-                 ExpectRowsStep, ExpectOutputStep, DumpStep>;
+    std::variant<SetStep, DbStep, SqlStep, ShowStep, AnswerStep, FailStep, MarkSqlStep,
+                 PointerStep, TypeStep, PressStep, ChooseStep, CloseStep, ExpectPropertyStep,
+                 ExpectCellStep, ExpectControlRowsStep, ExpectColumnStep, ExpectFocusStep,
+                 ExpectPointerStep, ExpectFormStep, ExpectMsgBoxStep, ExpectRowsStep,
+                 ExpectOutputStep, ExpectSqlStep, ExpectErrorStep, DumpStep>;
 
 struct Step {
     int line = 0;

@@ -35,7 +35,16 @@ int CellScale::col(double twips) const {
 }
 
 int CellScale::row(double twips) const {
-    return roundCells(twips / rowTwips);
+    int edge = roundCells(twips / rowTwips);
+    if (rowEdges.empty()) {
+        return edge;
+    }
+    int last = static_cast<int>(rowEdges.size()) - 1;
+    // Beyond the form's last edge rows keep their distance to it.
+    if (edge > last) {
+        return rowEdges.back() + edge - last;
+    }
+    return rowEdges[static_cast<std::size_t>(std::max(edge, 0))];
 }
 
 Rect CellScale::rect(double left, double top, double width, double height) const {

@@ -3,6 +3,8 @@
 
 #include "hosts/tui/Rect.h"
 
+#include <vector>
+
 namespace forms {
 class Control;
 }
@@ -16,6 +18,9 @@ namespace tui {
 struct CellScale {
     double colTwips = 120;
     double rowTwips = 240;
+    /// When a form is packed to fit (FormFit), the row each row edge of the
+    /// unpacked form moves to, by edge from 0; empty when no row was taken out.
+    std::vector<int> rowEdges;
 
     /// The scale at which a `width` x `height` twips area fits in `cols` x `rows` cells.
     static CellScale fitting(int width, int height, int cols, int rows);

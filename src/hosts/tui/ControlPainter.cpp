@@ -2,6 +2,7 @@
 
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/Palette.h"
+#include "hosts/tui/PictureGlyphs.h"
 #include "hosts/tui/TextFit.h"
 
 #include "forms/CheckBox.h"
@@ -154,7 +155,12 @@ void paintCommandButton(const PaintContext &pc, const forms::CommandButton &butt
     if (r.w >= 3) {
         pc.canvas.put(r.x, y, U'[', style);
         pc.canvas.put(r.right() - 1, y, U']', style);
-        drawCaption(pc.canvas, r.x + 1, y, r.w - 2, button.Caption(), Align::Center, style);
+        std::string_view glyph = pictureGlyph(button);
+        if (!glyph.empty()) {
+            drawAligned(pc.canvas, r.x + 1, y, r.w - 2, glyph, Align::Center, style);
+        } else {
+            drawCaption(pc.canvas, r.x + 1, y, r.w - 2, button.Caption(), Align::Center, style);
+        }
     } else {
         drawCaption(pc.canvas, r.x, y, r.w, button.Caption(), Align::Left, style);
     }

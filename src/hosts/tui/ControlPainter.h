@@ -19,6 +19,7 @@ class TextBox;
 namespace tui {
 
 class Canvas;
+struct ListScroll;
 
 /// What every control painter gets: where to draw, at what scale, and the
 /// control's state as it shows (dimmed when disabled, marked when focused).
@@ -28,6 +29,8 @@ struct PaintContext {
     Rect rect;
     bool enabled = true;
     bool focused = false;
+    /// A list's sideways scroll, which its painter keeps up to date.
+    ListScroll *listScroll = nullptr;
 };
 
 /// A label's caption, wrapped over its rows and aligned; the access key underlined.

@@ -3,6 +3,7 @@
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/CellScale.h"
 #include "hosts/tui/ControlPainter.h"
+#include "hosts/tui/FormFit.h"
 #include "hosts/tui/GridPainter.h"
 #include "hosts/tui/ListViewPainter.h"
 #include "hosts/tui/Palette.h"
@@ -29,6 +30,11 @@ namespace tui {
 namespace {
 
 CellScale scaleFor(const forms::Form &form, const Rect &area) {
+    if (auto packed = fitForm(form, area.w - 2, area.h - 2)) {
+        return *packed;
+    }
+    // Too small a screen shows a notice instead (paintScreen); this is only
+    // for a form drawn on its own into an area too small for it.
     return CellScale::fitting(form.Width(), form.Height(), area.w - 2, area.h - 2);
 }
 
@@ -115,6 +121,9 @@ void paintForm(Canvas &canvas, const forms::Form &form, const Rect &area, bool a
         ClipScope inContainer(canvas, limit);
         PaintContext pc{canvas, scale, r, form.Enabled() && c->effectivelyEnabled(),
                         active && c->hasFocus()};
+        if (c->kind() == forms::ControlKind::ListView) {
+            pc.listScroll = &layout.listScroll(*c);
+        }
         paintControl(pc, *c, client);
     }
 }

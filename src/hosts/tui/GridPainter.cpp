@@ -102,12 +102,8 @@ void paintRow(const PaintContext &pc, const forms::FlexGrid &grid, int row, int 
         Style s = cellStyle(pc, grid, row, col.index);
         pc.canvas.fill({col.x, y, col.width, 1}, U' ', s);
         std::string text = grid.TextMatrix(row, col.index);
-        int textWidth = col.width > 1 ? col.width - 1 : col.width;
-        drawAligned(pc.canvas, col.x, y, textWidth, text,
-                    cellAlign(grid.ColAlignment(col.index), text), s);
-        if (col.width > 1) {
-            pc.canvas.put(col.x + col.width - 1, y, U'│', s);
-        }
+        drawCell(pc.canvas, col.x, y, col.width, text,
+                 cellAlign(grid.ColAlignment(col.index), text), s);
     }
 }
 

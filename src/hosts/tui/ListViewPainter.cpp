@@ -3,6 +3,7 @@
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/ControlPainter.h"
 #include "hosts/tui/Palette.h"
+#include "hosts/tui/ScreenLayout.h"
 #include "hosts/tui/Scrollbar.h"
 #include "hosts/tui/TextFit.h"
 
@@ -21,10 +22,35 @@ struct Column {
     int width;
 };
 
+/// The first column to show (a display position from 1): the one shown last
+/// time, moved as little as needed to bring the current column fully into view.
+int firstColumn(const PaintContext &pc, const std::vector<forms::ColumnHeader *> &headers,
+                ListScroll &scroll, int room) {
+    int count = static_cast<int>(headers.size());
+    scroll.current = std::clamp(scroll.current, 1, std::max(1, count));
+    int first = std::clamp(scroll.first, 1, scroll.current);
+    auto widthFrom = [&](int from) {
+        int w = 0;
+        for (int p = from; p <= scroll.current; ++p) {
+            w += pc.scale.columns(headers[static_cast<std::size_t>(p - 1)]->Width());
+        }
+        return w;
+    };
+    while (first < scroll.current && widthFrom(first) > room) {
+        ++first;
+    }
+    scroll.first = first;
+    return first;
+}
+
 std::vector<Column> visibleColumns(const PaintContext &pc, const forms::ListView &list, int width) {
     std::vector<Column> cols;
+    auto headers = list.ColumnHeaders().inDisplayOrder();
+    int first =
+        pc.listScroll && !headers.empty() ? firstColumn(pc, headers, *pc.listScroll, width) : 1;
     int x = pc.rect.x;
-    for (const forms::ColumnHeader *h : list.ColumnHeaders().inDisplayOrder()) {
+    for (std::size_t i = static_cast<std::size_t>(first - 1); i < headers.size(); ++i) {
+        const forms::ColumnHeader *h = headers[i];
         int w = pc.scale.columns(h->Width());
         if (w > 0 && x < pc.rect.x + width) {
             cols.push_back({h, x, std::min(w, pc.rect.x + width - x)});
@@ -62,14 +88,10 @@ std::pair<std::string, Style> cellOf(const forms::ListItem &item, int column) {
     return {sub.Text(), s};
 }
 
-void drawCell(const PaintContext &pc, const Column &col, int y, const std::string &text, Style s,
-              Align align) {
+void drawColumnCell(const PaintContext &pc, const Column &col, int y, const std::string &text,
+                    Style s, Align align) {
     pc.canvas.fill({col.x, y, col.width, 1}, U' ', s);
-    int textWidth = col.width > 1 ? col.width - 1 : col.width;
-    drawAligned(pc.canvas, col.x, y, textWidth, text, align, s);
-    if (col.width > 1) {
-        pc.canvas.put(col.x + col.width - 1, y, U'│', s);
-    }
+    drawCell(pc.canvas, col.x, y, col.width, text, align, s);
 }
 
 void paintItem(const PaintContext &pc, const forms::ListView &list, const forms::ListItem &item,
@@ -81,7 +103,7 @@ void paintItem(const PaintContext &pc, const forms::ListView &list, const forms:
         if (showSelected && (list.FullRowSelect() || col.header->Index() == 1)) {
             s = selected;
         }
-        drawCell(pc, col, y, text, pc.enabled ? s : dimmed(s), columnAlign(*col.header));
+        drawColumnCell(pc, col, y, text, pc.enabled ? s : dimmed(s), columnAlign(*col.header));
     }
 }
 
@@ -99,8 +121,12 @@ void paintListView(const PaintContext &pc, const forms::ListView &list) {
 
     Style header = pc.enabled ? styles::header : dimmed(styles::header);
     pc.canvas.fill({r.x, r.y, r.w, 1}, U' ', header);
+    // The focused list marks the column the arrows have moved to.
+    int current = pc.listScroll ? pc.listScroll->current : 0;
     for (const Column &col : cols) {
-        drawCell(pc, col, r.y, col.header->Text(), header, columnAlign(*col.header));
+        bool mark = pc.focused && col.header->Position() == current && cols.size() > 1;
+        drawColumnCell(pc, col, r.y, col.header->Text(), mark ? header.with(attrUnderline) : header,
+                       columnAlign(*col.header));
     }
     const forms::ListItem *selected = list.selectedItemOrNull();
     int top =

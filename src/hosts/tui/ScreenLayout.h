@@ -13,10 +13,20 @@ class Form;
 
 namespace tui {
 
+/// How a list stands sideways: the column the user has moved to with the
+/// arrows and the first scrolling column shown (both display positions from
+/// 1). The painter moves `first` as little as needed to show `current`.
+struct ListScroll {
+    int current = 1;
+    int first = 1;
+};
+
 /// The cells each form window and each drawn control took in the last frame,
-/// so that a popup menu or a drop-down list opens beside its control.
+/// so that a popup menu or a drop-down list opens beside its control; and how
+/// far each list is scrolled sideways, which lasts from frame to frame.
 class ScreenLayout {
 public:
+    /// Forgets the rectangles (not the lists' sideways scroll).
     void clear() {
         controls_.clear();
         forms_.clear();
@@ -33,8 +43,12 @@ public:
         return it == forms_.end() ? std::nullopt : std::optional<Rect>(it->second);
     }
 
+    /// The sideways scroll of a list (the list's first column until moved).
+    ListScroll &listScroll(const forms::Control &list) { return lists_[&list]; }
+
 private:
     std::unordered_map<const forms::Control *, Rect> controls_;
+    std::unordered_map<const forms::Control *, ListScroll> lists_;
     std::unordered_map<const forms::Form *, Rect> forms_;
 };
 

@@ -43,9 +43,9 @@ vb::Date parseDay(std::string_view text) {
 /// Option names and the config keys they set; all take a value.
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
-        "db",   "connection", "company", "user",      "godown",    "interface",
-        "date", "title",      "home",    "trace-sql", "short-date", "report-printer",
-        "report-folder"};
+        "db",   "connection", "company", "user",      "godown",     "interface",
+        "date", "title",      "home",    "trace-sql", "short-date", "key-strip",
+        "report-printer", "report-folder"};
     return all;
 }
 
@@ -90,6 +90,11 @@ void applySetting(SessionConfig &config, std::string_view key, std::string_view 
         config.home = value;
     } else if (key == "trace-sql") {
         config.traceSql = value;
+    } else if (key == "key-strip") {
+        if (value != "on" && value != "off") {
+            refuse("key-strip wants on or off, not '" + std::string(value) + "'");
+        }
+        config.keyStrip = value == "on";
     } else if (key == "short-date") {
         config.shortDate = value;
     } else if (key == "report-printer") {

@@ -35,6 +35,8 @@ struct SessionConfig {
     std::string traceSql;
     /// How dates show as text.
     std::string shortDate = "dd/mm/yyyy";
+    /// Whether the bottom line shows the keys of the form in front (on by default).
+    bool keyStrip = true;
     /// Printer ports ("LPT1") and the file or device each one writes to.
     std::map<std::string, std::string> printers;
     /// The print queue a report preview prints on; the system's default when empty.

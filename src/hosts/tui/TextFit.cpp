@@ -4,6 +4,9 @@
 
 #include "forms/Utf8.h"
 
+#include "vb/Conversion.h"
+#include "vb/Variant.h"
+
 #include <algorithm>
 
 namespace tui {
@@ -27,6 +30,33 @@ void drawAligned(Canvas &canvas, int x, int y, int width, std::string_view utf8,
         }
     }
     canvas.text(x + offset, y, utf8, style, width - offset);
+}
+
+void drawCell(Canvas &canvas, int x, int y, int width, std::string_view utf8, Align align,
+              Style style) {
+    if (width <= 0) {
+        return;
+    }
+    int room = width > 1 ? width - 1 : width;
+    int n = columnsOf(utf8);
+    bool separator = width > 1;
+    if (n > room && !utf8.empty() && vb::IsNumeric(vb::Variant(std::string(utf8)))) {
+        if (n <= width) {
+            drawAligned(canvas, x, y, width, utf8, Align::Right, style);
+            return;
+        }
+        std::u32string chars = forms::utf8::decode(utf8);
+        std::string cut;
+        for (int i = 0; i + 1 < room; ++i) {
+            cut += forms::utf8::encode(chars[static_cast<std::size_t>(i)]);
+        }
+        drawAligned(canvas, x, y, room, cut + "…", align, style);
+    } else {
+        drawAligned(canvas, x, y, room, utf8, align, style);
+    }
+    if (separator) {
+        canvas.put(x + width - 1, y, U'│', style);
+    }
 }
 
 namespace {

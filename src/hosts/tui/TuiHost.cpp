@@ -57,7 +57,7 @@ void TuiHost::redraw() {
         canvas_.resize(size.cols, size.rows);
     }
     std::vector<const Overlay *> overlays(overlays_.begin(), overlays_.end());
-    paintScreen(canvas_, screen_, overlays, layout_);
+    paintScreen(canvas_, screen_, overlays, layout_, settings_.keyStrip);
     terminal_.present(canvas_);
     shownPointer_ = screen_.effectivePointer();
     ++frames_;
@@ -129,6 +129,25 @@ void TuiHost::dispatch(const forms::KeyStroke &key) {
         return;
     }
     input_.keyStroke(key);
+    // A list wider than its window scrolls sideways a column at a time with
+    // the arrows, as the old list's scroll bar did; the rows stay selected.
+    bool sideways =
+        key.shift == 0 && (key.keyCode == forms::vbKeyLeft || key.keyCode == forms::vbKeyRight);
+    if (sideways && focused && focused == screen_.ActiveControl() &&
+        focused->kind() == forms::ControlKind::ListView) {
+        const auto &list = static_cast<const forms::ListView &>(*focused);
+        ListScroll &scroll = layout_.listScroll(list);
+        auto headers = list.ColumnHeaders().inDisplayOrder();
+        int step = key.keyCode == forms::vbKeyLeft ? -1 : 1;
+        // Columns of no width (hidden ones) are stepped over.
+        for (int p = scroll.current + step; p >= 1 && p <= static_cast<int>(headers.size());
+             p += step) {
+            if (headers[static_cast<std::size_t>(p - 1)]->Width() > 0) {
+                scroll.current = p;
+                break;
+            }
+        }
+    }
 }
 
 void TuiHost::contextMenu(forms::Control *focused) {

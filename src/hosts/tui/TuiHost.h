@@ -45,6 +45,9 @@ struct HostSettings {
     /// How long a lone ESC waits for the rest of a key sequence before it
     /// counts as the Escape key.
     std::chrono::milliseconds escapeDelay{25};
+    /// Whether the bottom line shows the keys of the active form when no tool
+    /// tip or hint is there.
+    bool keyStrip = true;
 };
 
 /// The terminal host. It owns the session's forms::Screen (hand `screen()` to

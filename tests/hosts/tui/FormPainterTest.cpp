@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace tui::test {
 namespace {
 
@@ -143,7 +145,7 @@ TEST(FormPainterTest, GridShowsHeadersRowsInViewAndCancelledRowsInRed) {
 
 
 
-
+ Alt+C Close  Esc Close
 )");
     const Canvas &c = s.host.canvas();
     Point sv1 = s.find("SV1");
@@ -230,7 +232,7 @@ TEST(FormPainterTest, ListViewShowsColumnsInDisplayOrderAndItsSelection) {
 
 
 
-
+ Shift+F10 Menu  Alt+C Close  Esc Close
 )");
     Point eight = s.find("Item number 8");
     EXPECT_EQ(s.host.canvas().at(eight.x, eight.y).style, styles::selection);
@@ -274,17 +276,105 @@ TEST(FormPainterTest, BusyMarkAndHiddenControls) {
     EXPECT_EQ(s.draw().find("Busy"), std::string::npos);
 }
 
-TEST(FormPainterTest, LargeFormIsSqueezedIntoTheTerminal) {
-    ScriptedTerminal terminal(40, 12);
+TEST(FormPainterTest, NumbersInANarrowColumnShowWholeOrMarkedCut) {
+    Screen60 s;
+    ListDialog form(s.host.screen(), s.log);
+    form.lvwItems.ColumnHeaders()(4).setWidth(720); // Qty: 6 cells, the last the separator
+    form.lvwItems.ColumnHeaders()(3).setWidth(1200);
+    form.addRow("Basmati Rice 5 kg bag", "44.255"); // one digit more than the room
+    form.addRow("Cola", "240.000");                 // more than the column
+    form.addRow("Sugar", "1.25");                   // room to spare
+    form.Show();
+    s.draw();
+    const Canvas &c = s.host.canvas();
+    EXPECT_EQ(c.row(5), " │ SlNo │Descripti│  Qty│                                │");
+    EXPECT_EQ(c.row(6), " │ 1    │Basmati R│44.255                                │");
+    EXPECT_EQ(c.row(7), " │ 2    │Cola     │240.…│                                │");
+    EXPECT_EQ(c.row(8), " │ 3    │Sugar    │ 1.25│                                │");
+}
+
+TEST(FormPainterTest, ListScrollsSidewaysToTheColumnTheArrowsMoveTo) {
+    ScriptedTerminal terminal{40, 12};
+    TuiHost host{terminal};
+    Log log;
+    ListDialog form(host.screen(), log);
+    form.Move(0, 0, 4200, 2400);
+    form.lvwItems.Move(120, 120, 3960, 1680); // 33 cells for 46 of columns
+    form.cmdClose.Move(2880, 1920, 1200, 360);
+    form.addRow("Rice", "2.000");
+    terminal.typeLater("\x1b[C\x1b[C\x1b[C"); // Right three times: past the last column
+    terminal.typeLater("\x1b[D");             // Left: the first column stays out of view
+    terminal.typeLater("\x1b[D");             // back to the first, over the hidden Code
+    terminal.typeLater("\x1b");
+    form.lvwItems.setTabIndex(0); // the list has the focus first
+    form.Show(forms::vbModal);
+    const auto &seen = terminal.waitFrames();
+    ASSERT_EQ(seen.size(), 4u);
+    auto header = [](const std::string &frame) {
+        std::istringstream in(frame);
+        std::string line;
+        for (int i = 0; i < 3 && std::getline(in, line);) {
+            ++i;
+        }
+        return line;
+    };
+    EXPECT_EQ(header(seen[0]), " │ SlNo │Description               │ │");
+    // Qty and Description do not fit side by side: Qty shows alone.
+    EXPECT_EQ(header(seen[1]), " │       Qty│                        │");
+    // Back one column the view moves as little as it must: Description first.
+    EXPECT_EQ(header(seen[2]), " │ Description                  │Qt│ │");
+    // The hidden Code column is skipped on the way back.
+    EXPECT_EQ(header(seen[3]), " │ SlNo │Description               │ │");
+}
+
+TEST(FormPainterTest, TallFormIsPackedNotSqueezed) {
+    // 15 rows of design in 11: empty rows go, no control is drawn over another.
+    ScriptedTerminal terminal(54, 14);
     TuiHost host(terminal);
     Log log;
     EntryDialog form(host.screen(), log);
     form.Show();
     host.redraw();
-    const Canvas &c = host.canvas();
-    EXPECT_EQ(c.row(0).substr(0, 3), "┌");
-    EXPECT_EQ(c.row(10).substr(0, 3), "└") << "the window fills the rows above the status line";
-    EXPECT_NE(terminal.lastFrame().find("Close"), std::string::npos);
+    EXPECT_EQ(terminal.lastFrame(), R"( ┌ Sample Entry ────────────────────────────────────┐
+ │                                                  │
+ │ Name:                                            │
+ │                               ▼                  │
+ │                                                  │
+ │ ┌ Order ───────────────┐                         │
+ │ │( ) Ascending         │  [ ] Confirm Finished   │
+ │ │                      │                         │
+ │ │( ) Descending        │                         │
+ │ └──────────────────────┘                         │
+ │                                                  │
+ │               [   OK   ]  [ Close  ]             │
+ └──────────────────────────────────────────────────┘
+ Scan or type the barcode
+)");
+}
+
+TEST(FormPainterTest, TooSmallATerminalSaysWhatItNeedsUntilItGrows) {
+    ScriptedTerminal terminal(54, 14);
+    TuiHost host(terminal);
+    Log log;
+    EntryDialog form(host.screen(), log);
+    form.Show();
+    terminal.resize(20, 5);
+    host.redraw();
+    EXPECT_EQ(terminal.lastFrame(), "\nterminal too small:\n    need 47 x 10\n\n\n");
+    // The need is exact: one cell less either way and the notice stays.
+    for (auto [cols, rows] : {std::pair{46, 10}, std::pair{47, 9}}) {
+        terminal.resize(cols, rows);
+        host.redraw();
+        EXPECT_NE(terminal.lastFrame().find("need 47 x 10"), std::string::npos)
+            << cols << "x" << rows;
+    }
+    terminal.resize(47, 10);
+    host.redraw();
+    EXPECT_EQ(terminal.lastFrame().find("too small"), std::string::npos);
+    for (const char *shown :
+         {"Name:", "Ascending", "Descending", "Confirm Finished", "OK", "Close"}) {
+        EXPECT_NE(terminal.lastFrame().find(shown), std::string::npos) << shown;
+    }
 }
 
 } // namespace

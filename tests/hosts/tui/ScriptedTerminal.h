@@ -6,6 +6,7 @@
 #include "hosts/tui/Terminal.h"
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,11 @@ public:
 
     void type(std::string bytes) { chunks_.push_back({std::move(bytes), false}); }
     void typeLater(std::string bytes) { chunks_.push_back({std::move(bytes), true}); }
+    /// Once the host has drawn and waits, the terminal takes a new size (and
+    /// the read returns nothing, as a real one does on a resize).
+    void resizeLater(int cols, int rows) {
+        chunks_.push_back({{}, true, TerminalSize{cols, rows}});
+    }
 
     TerminalSize size() const override { return size_; }
     void resize(int cols, int rows) { size_ = {cols, rows}; }
@@ -35,7 +41,14 @@ public:
     std::string read(std::optional<std::chrono::milliseconds> timeout) override {
         ++reads_;
         if (!chunks_.empty() && (!chunks_.front().afterDraw || !timeout)) {
+            if (chunks_.front().afterDraw && !frames_.empty()) {
+                waitFrames_.push_back(frames_.back());
+                framesAtWait_.push_back(frames_.size());
+            }
             std::string bytes = std::move(chunks_.front().bytes);
+            if (chunks_.front().resize) {
+                size_ = *chunks_.front().resize;
+            }
             chunks_.pop_front();
             return bytes;
         }
@@ -46,6 +59,10 @@ public:
     }
 
     const std::vector<std::string> &frames() const { return frames_; }
+    /// The frame the user saw before each chunk typed with `typeLater`.
+    const std::vector<std::string> &waitFrames() const { return waitFrames_; }
+    /// How many frames had been drawn at each of those waits.
+    const std::vector<std::size_t> &framesAtWait() const { return framesAtWait_; }
     const std::string &lastFrame() const { return frames_.back(); }
     std::optional<Point> cursor() const { return cursor_; }
     std::size_t pendingChunks() const { return chunks_.size(); }
@@ -64,10 +81,13 @@ private:
     struct Chunk {
         std::string bytes;
         bool afterDraw;
+        std::optional<TerminalSize> resize = std::nullopt;
     };
     TerminalSize size_;
     std::deque<Chunk> chunks_;
     std::vector<std::string> frames_;
+    std::vector<std::string> waitFrames_;
+    std::vector<std::size_t> framesAtWait_;
     std::optional<Point> cursor_;
     int reads_ = 0;
 };

@@ -57,6 +57,7 @@ TEST(SessionConfigTest, DefaultsForWhatIsNotGiven) {
     EXPECT_FALSE(c.processDate) << "today, when the session starts";
     EXPECT_EQ(c.title, "Stock Verification");
     EXPECT_EQ(c.shortDate, "dd/mm/yyyy");
+    EXPECT_TRUE(c.keyStrip);
     EXPECT_EQ(c.sqlitePath(), "") << "not a SQLite connection";
 }
 
@@ -81,6 +82,8 @@ TEST(SessionConfigTest, RefusesWhatItCannotUse) {
     EXPECT_EQ(with({"--godown", "1", "--colour", "red"}), "5: unknown option '--colour'");
     EXPECT_EQ(with({"--godown"}), "5: --godown wants a value");
     EXPECT_EQ(with({"--godown", "1", "extra"}), "5: unexpected argument 'extra'");
+    EXPECT_EQ(with({"--godown", "1", "--key-strip", "no"}),
+              "5: key-strip wants on or off, not 'no'");
     EXPECT_EQ(with({"--godown", "1", "--printer", "LPT1"}),
               "5: --printer wants PORT=PATH, not 'LPT1'");
 }
@@ -101,6 +104,7 @@ TEST(SessionConfigTest, ConfigFileLinesAndOptionsOverThem) {
                     "godown = 2\n"
                     "title = Godown Count\n"
                     "short-date = mm/dd/yyyy\n"
+                    "key-strip = off\n"
                     "printer.LPT2 = /tmp/lpt2\n");
     auto c = parse({"--godown", "5", "--config", file.path.string()});
     EXPECT_EQ(c.sqlitePath(), "/var/lib/stockverify/shop.db");
@@ -109,6 +113,7 @@ TEST(SessionConfigTest, ConfigFileLinesAndOptionsOverThem) {
     EXPECT_EQ(c.godownId, 5) << "the option wins, even before --config";
     EXPECT_EQ(c.title, "Godown Count");
     EXPECT_EQ(c.shortDate, "mm/dd/yyyy");
+    EXPECT_FALSE(c.keyStrip);
     EXPECT_EQ(c.printers.at("LPT2"), "/tmp/lpt2");
 }
 

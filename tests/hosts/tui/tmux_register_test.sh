@@ -4,10 +4,12 @@
 #
 #   tmux_register_test.sh PATH/TO/stockverify
 #
-# A step is a few lines: `keys` sends keys as tmux names them (M-n is Alt+N,
-# Enter, Tab, S-F10, or text), `wait_for` polls the screen until a text shows
-# (bounded: it fails with the screen printed), `expect_not` checks a text is
-# absent. Add a path by appending steps.
+# A step is a few lines: `press_for ACTION` finds ACTION on the key strip (the
+# bottom line) and sends the key it shows, so the path uses only what a clerk
+# is told; `keys` sends text (a scanned barcode, a remark) or keys as tmux
+# names them; `wait_for` polls the screen until a text shows (bounded: it
+# fails with the screen printed), `expect_not` checks a text is absent. Add a
+# path by appending steps.
 set -euo pipefail
 
 exe=$(realpath "$1")
@@ -41,6 +43,35 @@ wait_for() {
 expect_not() {
     if screen | grep -qF -- "$1"; then fail "'$1' is on the screen"; fi
 }
+# strip_key ACTION: the key the strip shows for ACTION ("New", "Add"), or "".
+strip_key() {
+    local line entry key=""
+    line=$(screen | tail -n 1)
+    # Hints stand two blanks apart: "Alt+N New  Ctrl+Enter Add  Alt+D Done by".
+    while IFS= read -r entry; do
+        entry="${entry# }"
+        [ "${entry#* }" = "$1" ] && { key="${entry%% *}"; break; }
+    done < <(sed 's/  \+/\n/g' <<<"$line")
+    echo "$key"
+}
+# press_for ACTION: waits until the strip offers ACTION, then presses its key.
+press_for() {
+    local limit=$((SECONDS + 10)) key=""
+    until key=$(strip_key "$1") && [ -n "$key" ]; do
+        ((SECONDS < limit)) || fail "the key strip does not offer '$1'"
+        sleep 0.05
+    done
+    case "$key" in
+        Alt+?) keys "M-$(tr '[:upper:]' '[:lower:]' <<<"${key#Alt+}")" ;;
+        Ctrl+Enter) keys C-j ;;
+        Ctrl+?) keys "C-$(tr '[:upper:]' '[:lower:]' <<<"${key#Ctrl+}")" ;;
+        Shift+F10) keys S-F10 ;;
+        Esc) keys Escape ;;
+        Del) keys DC ;;
+        F[0-9]*) keys "$key" ;;
+        *) fail "the strip shows '$key' for '$1', which this test cannot press" ;;
+    esac
+}
 # row_of TEXT: the screen line that holds TEXT.
 row_of() { screen | grep -F -- "$1" | head -1; }
 # wait_exit CODE: the program ends with CODE within 10 s.
@@ -53,7 +84,7 @@ wait_exit() {
     [ "$(cat "$work/rc.txt")" = "$1" ] || fail "exit code $(cat "$work/rc.txt"), not $1"
 }
 
-"$exe" init-db "$work/demo.db" --demo --items 50 >/dev/null
+"$exe" init-db "$work/demo.db" --demo --items 50 --date 2026-11-22 >/dev/null
 tmux_ new-session -d -s sv -x 110 -y 40 \
     "cd '$work' && '$exe' run --db demo.db --company 1 --user 1 --godown 1 --interface 1005 \
      --title 'Stock Verification' --date 2026-11-22 2>stderr.txt; echo \$? > rc.txt"
@@ -69,25 +100,41 @@ for caption in New Edit Delete Print Close; do
     screen | grep -qE "\[ +$caption +\]" || fail "no button $caption"
 done
 
-# A new entry: New, the detail form from the list (Ctrl+D, Ctrl+Enter), two
-# packing barcodes scanned in one burst (each counts one and is accepted at
-# once), the detail form closed, a remark, OK; the register shows the new row.
-keys M-n
+# A new entry with only the keys the strip shows: New, the list (Ctrl+D),
+# a new line (Ctrl+Enter), two packing barcodes scanned in one burst (each
+# counts one and is accepted at once), the item screen closed, a remark, OK;
+# the register shows the new row.
+press_for New
 wait_for "Godown Stock Verification"
 wait_for "SlNo"
-keys C-d C-j
+press_for List
+press_for Add
 wait_for "Scan Barcode"
 keys 8900000000111 Enter 8900000001019 Enter
-keys M-c
+press_for Close
 wait_for "Basmati Rice 5 kg bag"
 wait_for "Cola 330 ml can"
-keys M-r "shelf recount"
-keys M-o
+press_for Remarks
+keys "shelf recount"
+press_for OK
 wait_for "SVA6"
 row_of "SVA6" | grep -qF "22/11/2026" || fail "SVA6 is not dated on the process date"
 row_of "SVA6" | grep -qF "shelf recount" || fail "SVA6 has not the remark"
 
 # Close leaves the program, and the terminal with it.
-keys M-c
+press_for Close
+wait_exit 0
+
+# A demo made today (init-db's default) opens with its entries listed on
+# today's register, as `./dev run` opens it, whatever the day.
+rm -f "$work/rc.txt"
+"$exe" init-db "$work/today.db" --demo --items 12 >/dev/null
+tmux_ kill-session -t sv 2>/dev/null || true
+tmux_ new-session -d -s sv -x 110 -y 40 \
+    "cd '$work' && '$exe' run --db today.db --company 1 --user 1 --godown 1 \
+     --date $(date +%F) 2>stderr.txt; echo \$? > rc.txt"
+wait_for "SVA5"
+wait_for "SVA2"
+press_for Close
 wait_exit 0
 echo "register opened, an entry saved, closed"

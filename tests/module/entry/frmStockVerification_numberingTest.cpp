@@ -39,9 +39,8 @@ TEST(GenerateVerificationNoTest, SendsBothStatementsLetterForLetter) {
 
 TEST(GenerateVerificationNoTest, CountsOnFromTheHighestNumericTailUnderThePrefix) {
     // Unpadded past 9, and a tail that is no number does not count.
-    EXPECT_EQ(nextNumber("update loiStockVerificationHeader set svhno = 'SVA9' where svhid = "
-                         "2 and svhgodownid = 1; update loiStockVerificationHeader set svhno "
-                         "= 'SVAX99' where svhid = 3 and svhgodownid = 1"),
+    EXPECT_EQ(nextNumber("update loiStockVerificationHeader set svhno = case svhid when 2 then "
+                         "'SVA9' else 'SVAX99' end where svhid in (2, 3) and svhgodownid = 1"),
               "SVA10");
     EXPECT_EQ(nextNumber("update aPrefix set Prefix = null"), "1");
     EXPECT_EQ(nextNumber("delete from loiStockVerificationHeader"), "SVA1");

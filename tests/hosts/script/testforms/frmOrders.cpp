@@ -70,7 +70,7 @@ void frmOrders::Form_Load() {
     cboKind.AddItem("Retail");
     cboKind.AddItem("Wholesale");
     lvwLines.ColumnHeaders().Add(0, {}, "Item");
-    lvwLines.ColumnHeaders().Add(0, {}, "Qty");
+    lvwLines.ColumnHeaders().Add(0, {}, "Qty", 900, forms::lvwColumnRight);
     flxOrders.setFixedCols(0);
     flxOrders.setCols(3);
     flxOrders.setRows(1);
@@ -130,12 +130,14 @@ void frmOrders::cmdSave_Click() {
     }
     try {
         screen().setMousePointer(forms::vbHourglass);
+        connection_.BeginTrans();
         connection_.Execute("insert into orders (customer, kind, urgent, lines, saved) values ('" +
                             txtCustomer.Text() + "', '" + cboKind.Text() + "', " +
                             std::to_string(chkUrgent.Value()) + ", " +
                             std::to_string(lvwLines.ListItems().Count()) + ", '" +
                             vb::Format(vb::Now(), "yyyy-mm-dd hh:nn:ss") + "')");
         ado::Recordset rs = connection_.Execute("select max(id) from orders");
+        connection_.CommitTrans();
         flxOrders.setRows(flxOrders.Rows() + 1);
         int row = flxOrders.Rows() - 1;
         flxOrders.setTextMatrix(row, 0, vb::TextOf(rs.Fields(0).Value()));
@@ -146,6 +148,7 @@ void frmOrders::cmdSave_Click() {
     } catch (const vb::Error &e) {
         // As in the forms this runner drives: the pointer reset lies on the
         // ordinary path, so after a failure it stays an hourglass.
+        connection_.RollbackTrans();
         forms::MsgBox(screen(), "Could not save: " + e.description(), forms::vbCritical,
                       session_.messageTitle);
     }
@@ -173,9 +176,13 @@ void frmOrders::cmdReport_Click() {
                                  "{orders.customer} = '" + txtCustomer.Text() + "'"});
 }
 
+// Reads the customer back from the database with no handler of its own, so
+// that a failure here reaches the host; the box gives no title of its own.
 void frmOrders::flxOrders_DblClick() {
-    forms::MsgBox(screen(), "Order of " + flxOrders.TextMatrix(flxOrders.Row(), 1),
-                  forms::vbInformation, session_.messageTitle);
+    ado::Recordset rs = connection_.Execute("select customer from orders where id = " +
+                                            flxOrders.TextMatrix(flxOrders.Row(), 0));
+    forms::MsgBox(screen(), "Order of " + vb::TextOf(rs.Fields(0).Value()),
+                  forms::vbInformation);
 }
 
 void frmOrders::lvwLines_MouseUp(int Button) {

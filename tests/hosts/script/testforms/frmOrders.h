@@ -26,7 +26,8 @@ namespace script::test {
 /// An order: a customer, a kind, lines added through frmLine (button, popup
 /// menu or Ctrl+Enter), saved into the table `orders` of the scenario's
 /// database (which the scenario creates) and listed in a grid. Message boxes
-/// carry the session's message title; the session values show in lblSession;
+/// carry the session's message title, but for the untitled one a double click
+/// on an order shows; the save runs in a transaction; the session values show in lblSession;
 /// the grid's tool tip is the cell under the pointer. Print sends a slip to
 /// the printer port LPT1 when the order is urgent, else shows it in the
 /// viewer (from a file in the scenario's scratch folder); Report previews reports/orders.rpt of the

@@ -1,59 +1,15 @@
-#include "../ScriptedTerminal.h"
+#include "DemoSession.h"
 
-#include "hosts/tui/TuiHost.h"
-
-#include "ado/Connection.h"
 #include "forms/Utf8.h"
 #include "hosts/tui/Palette.h"
-#include "module/frame/clsStockVerification.h"
-#include "module/records/DatabaseFile.h"
-#include "services/Context.h"
-#include "vb/Clock.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <unistd.h>
 
 namespace tui::test {
 namespace {
 
-/// The demo company in a fresh file, and the module shown on a scripted terminal.
-class DemoSession : public ::testing::Test {
+class RegisterScreen : public DemoSession {
 protected:
-    void SetUp() override {
-        std::filesystem::create_directories(dir_);
-        records::DatabaseFileOptions options;
-        options.demo = records::DemoOptions{};
-        options.demo->items = 20;
-        records::createDatabaseFile(dir_ / "demo.db", options);
-        connection_.Open("sqlite:" + (dir_ / "demo.db").string());
-        vb::setClock(vb::DateSerial(2026, 11, 22) + 10.0 / 24);
-        vb::setShortDateFormat("dd/mm/yyyy");
-    }
-    void TearDown() override {
-        vb::setClock(std::nullopt);
-        connection_.Close();
-        std::filesystem::remove_all(dir_);
-    }
-
-    /// Shows the register of godown 1; the keys typed before are what the user
-    /// does once it is drawn.
-    void showRegister(int interfaceId) {
-        services::Context context(host_.screen(), dir_ / "state");
-        context.connection = connection_;
-        context.companyId = 1;
-        tqsv2731::clsStockVerification sv(context);
-        sv.adocon = connection_;
-        sv.strMsgboxCaption = "Stock Verification";
-        sv.intCompanyID = 1;
-        sv.intUserID = 1;
-        sv.intGodownID = 1;
-        sv.intInterfaceID = interfaceId;
-        sv.dtProcessDate = vb::DateSerial(2026, 11, 22);
-        sv.Show();
-    }
-
     /// Shows the register, closes it with Alt+C, and returns the first frame
     /// drawn (the canvas keeps the last one, before the close).
     std::string firstRegisterFrame(int interfaceId) {
@@ -75,15 +31,9 @@ protected:
         ADD_FAILURE() << text << " is not on the screen";
         return {};
     }
-
-    std::filesystem::path dir_ =
-        std::filesystem::temp_directory_path() / ("tui-register-" + std::to_string(::getpid()));
-    ado::Connection connection_;
-    ScriptedTerminal terminal_{100, 36};
-    TuiHost host_{terminal_};
 };
 
-TEST_F(DemoSession, RegisterOfTheDemoGodown) {
+TEST_F(RegisterScreen, RegisterOfTheDemoGodown) {
     std::string frame = firstRegisterFrame(1005);
     EXPECT_EQ(frame, R"(
 
@@ -120,14 +70,14 @@ TEST_F(DemoSession, RegisterOfTheDemoGodown) {
 
 
 
-
+ Alt+N New  Alt+E Edit  Alt+D Delete  Alt+P Print  Alt+C Close  Ctrl+D List  Alt+A Ascending
 )");
     EXPECT_EQ(styleOf("SVA3").fg, Color::Red) << "a deleted entry";
     EXPECT_EQ(styleOf("SVA5"), styles::selection) << "the newest entry, selected";
     EXPECT_EQ(styleOf("SVA4"), styles::plain);
 }
 
-TEST_F(DemoSession, NewEntryFormOverTheRegister) {
+TEST_F(RegisterScreen, NewEntryFormOverTheRegister) {
     terminal_.typeLater("\033n"); // Alt+N: New
     terminal_.typeLater("\033c"); // Alt+C: the entry form's Close
     terminal_.typeLater("\033c"); // and the register's
@@ -169,7 +119,7 @@ TEST_F(DemoSession, NewEntryFormOverTheRegister) {
 
 
 
-
+ Alt+O OK  Alt+C Close  Ctrl+D List  Alt+D Done by  Alt+R Remarks  Alt+A Ascending  Alt+S Search On
 )");
 }
 

@@ -1,0 +1,67 @@
+// What the database file says about a godown's entries and stock, read in thousandths so
+// that sums compare exactly.
+#pragma once
+
+#include "ado/Connection.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace durability {
+
+/// Good and bad stock, or a change of them, in thousandths.
+struct Quantity {
+    std::int64_t good = 0;
+    std::int64_t bad = 0;
+    bool operator==(const Quantity &) const = default;
+};
+
+/// As gtest shows a quantity that differs: "good 12.345 bad 0.200".
+void PrintTo(const Quantity &q, std::ostream *out);
+
+/// By item and shipment.
+using StockByItem = std::map<std::pair<std::int64_t, std::int64_t>, Quantity>;
+
+/// A decimal text ("127.1", "-0.25", "3") in thousandths; a value with more than three
+/// decimals, or in exponent form (binary floating point residue such as 5.55E-17), is
+/// no exact quantity and raises std::invalid_argument naming it.
+std::int64_t thousandths(const std::string &text);
+
+/// A read-only look at one database file, through the data layer's own engine.
+class GodownBook {
+public:
+    GodownBook(const std::filesystem::path &db, std::int32_t godown);
+
+    /// What `pragma integrity_check` says: "ok" for a sound file.
+    std::string integrity();
+    /// The highest svhid of the godown, 0 with no entry.
+    std::int64_t lastEntryId();
+    /// svhid, svhno, svhFutureVc of the entries above `afterId`, by svhid.
+    std::vector<std::vector<std::string>> entriesAfter(std::int64_t afterId);
+    /// The number of detail lines of each entry above `afterId` (entries with lines only).
+    std::map<std::int64_t, std::int64_t> linesAfter(std::int64_t afterId);
+    /// The activity trail's rows of new entries ("N") of the godown above `afterId`, by svhid.
+    std::map<std::int64_t, std::int64_t> trailAfter(std::int64_t afterId);
+    /// Numbers that more than one entry of the godown carries.
+    std::vector<std::string> repeatedNumbers();
+    /// moigodownstock of the godown.
+    StockByItem stock();
+    /// Counted minus book, summed over the lines of the entries above `afterId`.
+    StockByItem countedChanges(std::int64_t afterId);
+
+private:
+    std::vector<std::vector<std::string>> rows(const std::string &sql);
+
+    ado::Connection connection_;
+    std::string godown_;
+};
+
+/// `before` moved by `changes`: what the stock must be once every change is posted.
+StockByItem posted(StockByItem before, const StockByItem &changes);
+
+} // namespace durability
