@@ -4,6 +4,7 @@
 #include "forms/ListView.h"
 #include "forms/MsgBox.h"
 #include "module/entry/frmStockVerification.h"
+#include "module/fetch/FrmFetch.h"
 #include "module/frame/Module.h"
 #include "module/frame/TrackError.h"
 #include "services/CreateObject.h"
@@ -18,6 +19,7 @@ namespace tqsv2731 {
 namespace {
 
 constexpr std::string_view FormName = "frmStockVerificationDetail";
+constexpr int KeyF3 = forms::vbKeyF1 + 2;
 
 /// An object variable that was never set fails as the old one did.
 template <class Service> Service &made(const std::shared_ptr<Service> &service) {
@@ -135,9 +137,8 @@ void frmStockVerificationDetail::layOutPanels() {
 void frmStockVerificationDetail::bindEvents() {
     onLoad = [this] { Form_Load(); };
     onActivate = [this] { Form_Activate(); };
-    // The fetch button and F3 open FrmFetch, which comes with the fetch dialog
-    // of its own; until then neither is bound, so they do nothing rather than
-    // pretend to fetch.
+    onKeyDown = [this](int &KeyCode, int Shift) { Form_KeyDown(KeyCode, Shift); };
+    cmdfetch.onClick = [this] { cmdfetch_Click(); };
     cmdCancel.onClick = [this] { cmdCancel_Click(); };
     cmdOK.onClick = [this] { cmdOK_Click(); };
     cmdFirst.onClick = [this] { cmdFirst_Click(); };
@@ -241,6 +242,25 @@ void frmStockVerificationDetail::Form_Activate() {
         auditTrail().SaveInToTag(*this);
     } catch (const vb::Error &e) {
         TrackError(m_, FormName, "Form_Activate ", e);
+    }
+}
+
+void frmStockVerificationDetail::Form_KeyDown(int &KeyCode, int /*Shift*/) {
+    try {
+        if (KeyCode == KeyF3 && cmdfetch.Enabled()) {
+            cmdfetch_Click();
+        }
+    } catch (const vb::Error &e) {
+        TrackError(m_, FormName, "Form_KeyDown", e);
+    }
+}
+
+void frmStockVerificationDetail::cmdfetch_Click() {
+    try {
+        m_.FrmFetch().Show(forms::vbModal, this);
+        txtVerifiedStock.SetFocus();
+    } catch (const vb::Error &e) {
+        TrackError(m_, FormName, "cmdfetch_Click", e);
     }
 }
 

@@ -124,6 +124,10 @@ public:
     void Form_Load();
     void Form_Activate();
     /// F3 opens the fetch dialog while the fetch button is enabled.
+    void Form_KeyDown(int &KeyCode, int Shift);
+    /// Opens the fetch dialog; afterwards the count box has the focus, so a
+    /// taken item's proposal of 1.000 is ready to be typed over.
+    void cmdfetch_Click();
     void cmdCancel_Click();
     /// Puts the row selected in `lvwRequest` on the screen, and turns the
     /// form into mode "E" for the rest of its life. The item's stock is read

@@ -77,7 +77,9 @@ frmStockVerification::frmStockVerification(Module &m) : Form(m.screen(), FormNam
     optAscend.setCaption("&Ascending");
     optAscend.setValue(true);
     optDescend.setCaption("&Descending");
-    cboColNames.setStyle(forms::vbComboDropdownList);
+    // Not list-only: the direction buttons empty its text, which a list-only
+    // combo would refuse.
+    cboColNames.setStyle(forms::vbComboDropdown);
     lblsearch.setCaption("&Search On:");
     cboSearch.setStyle(forms::vbComboDropdownList);
     txtsearch.setMaxLength(50);
@@ -98,6 +100,7 @@ frmStockVerification::frmStockVerification(Module &m) : Form(m.screen(), FormNam
     layOut();
     layOutList();
     bindEvents();
+    bindBrowse();
 }
 
 void frmStockVerification::layOut() {

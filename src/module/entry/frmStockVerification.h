@@ -130,6 +130,22 @@ public:
     /// `blnNoItem` becomes true when the list has no rows; `blnFlag` is not read.
     void NoItemInList(bool blnFlag, bool &blnNoItem);
 
+    // ---- ordering and searching the list (frmStockVerification_browse.cpp) ---------
+
+    void cboColNames_Click();
+    void cboSearch_Click();
+    void optAscend_Click();
+    void optDescend_Click();
+    /// Enter reloads the list ordered by the search column, then finds the row.
+    void txtsearch_KeyPress(int &KeyAscii);
+    /// Reloads `lvwRequest` from the database ordered by the column named by
+    /// its caption, which it rewrites into the order expression. A new entry
+    /// gets the godown's whole stock, an existing one its saved lines: what
+    /// was changed in the list is lost either way.
+    void Search(std::string &strColumnName);
+    /// Binary search for `txtsearch` over the list as Search ordered it.
+    void searchtheword();
+
     // ---- saving (frmStockVerification_save.cpp) -----------------------------------
 
     /// The save: checks the list and the header, then in one transaction
@@ -180,6 +196,7 @@ private:
     void layOut();
     void layOutList();
     void bindEvents();
+    void bindBrowse();
     /// Form_Load's reads of the accounts and the department, with their rates.
     void readAccounts();
     /// InsertRequest's lines, one per row of the list, by interface.
