@@ -323,7 +323,10 @@ TEST(TuiHostTest, PrinterPortsAndReportsComeFromTheSettings) {
         }
     }
     try {
-        host.previewReport({"rptGodownStockVerification.rpt", "Stock", {}, ""});
+        forms::ReportPreview preview;
+        preview.reportFile = "rptGodownStockVerification.rpt";
+        preview.title = "Stock";
+        host.previewReport(preview);
         ADD_FAILURE() << "no report viewer is set up";
     } catch (const vb::Error &e) {
         EXPECT_EQ(e.number(), 429);
