@@ -37,8 +37,8 @@ TEST(UnProcessedReportTest, ThePreviewShowsTheListedItemsFromTheSiblingFolder) {
     ASSERT_EQ(r.pages.size(), 1u);
     // Items 1 and 10 are under way at godown 2 (ST/101); item 11 of the same
     // transfer and the shop rows are left out.
-    EXPECT_NE(r.pages[0].find("BASMATI RICE 5KG"), std::string::npos) << r.pages[0];
-    EXPECT_NE(r.pages[0].find("COLA CAN"), std::string::npos) << r.pages[0];
+    EXPECT_NE(r.pages[0].find("Basmati Rice 5 kg bag"), std::string::npos) << r.pages[0];
+    EXPECT_NE(r.pages[0].find("Cola 330 ml can"), std::string::npos) << r.pages[0];
     EXPECT_EQ(r.pages[0].find("ST/102"), std::string::npos) << r.pages[0];
 }
 
