@@ -98,6 +98,8 @@ void runSession(const tui::SessionConfig &config) {
     tui::HostSettings settings;
     settings.printers = config.printers;
     settings.keyStrip = config.keyStrip;
+    settings.reportPrinter = config.reportPrinter;
+    settings.reportFolder = config.reportFolder;
     tui::TuiHost host(terminal, settings);
     host.screen().setAppTitle(config.title);
 

@@ -3,6 +3,7 @@
 
 #include "vb/Variant.h"
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -17,12 +18,20 @@ class Screen;
 
 /// A report to open in a preview window: the report file, the window title,
 /// the parameter values by position (the first is parameter 1) and a selection
-/// formula (empty when the report chooses its rows by parameters alone).
+/// formula (empty when the report chooses its rows by parameters alone). The
+/// report engine fills in the pages it laid out, whether the window offers
+/// printing and export, and how to write the report as a PDF file.
 struct ReportPreview {
     std::string reportFile;
     std::string title;
     std::vector<vb::Variant> parameters;
     std::string selectionFormula;
+    /// Each page's lines joined by "\n"; empty when no engine laid it out.
+    std::vector<std::string> pages;
+    bool canPrint = true;
+    bool canExport = true;
+    /// Writes the report as a PDF file; raises vb::Error when it cannot.
+    std::function<void(const std::string &file)> writePdf;
 };
 
 /// The services that only a host can give. Each host implements this once:

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
+#include <string>
 
 namespace forms {
 class Screen;
@@ -33,6 +35,9 @@ public:
     std::int32_t companyId = 0;
     /// Folder of the fault desk's log file; made when first written.
     std::filesystem::path stateDirectory;
+    /// Connection strings of the report server's data source names, for the
+    /// report engine's logon; a name not listed logs on to `connection`.
+    std::map<std::string, std::string> dataSources;
 
 private:
     forms::Screen *screen_;

@@ -1,6 +1,7 @@
 #include "services/CreateObject.h"
 
 #include "services/FaultEntry.h"
+#include "services/PrintEngine.h"
 #include "services/clsActivityTrail.h"
 #include "services/clsBaseData.h"
 #include "services/clsBaseTools.h"
@@ -25,14 +26,16 @@ template <class Service> Factory factoryOf() {
             [](const Context &context) { return std::make_shared<Service>(context); }};
 }
 
-const std::array<Factory, 6> &factories() {
-    static const std::array<Factory, 6> all{
+const std::array<Factory, 8> &factories() {
+    static const std::array<Factory, 8> all{
         factoryOf<BaseServices::clsBaseData>(),
         factoryOf<BaseServices::clsBaseTools>(),
         factoryOf<FaultDesk::FaultEntry>(),
         factoryOf<StockActivityTrail::clsActivityTrail>(),
         factoryOf<ScreenPalette::clsScreenPalette>(),
         factoryOf<GridColumnProfiles::clsGridColumnProfile>(),
+        factoryOf<PrintEngine>(),
+        factoryOf<ReportControl>(),
     };
     return all;
 }

@@ -42,7 +42,7 @@ using ObjectFactory = std::function<std::shared_ptr<ServiceObject>(const Context
 /// Enters a creatable class of a layer above this one (the module's public
 /// class) under its creation name, as registering a component made it
 /// known by name. Entering a name again replaces its factory; the name of
-/// one of the six services raises 5.
+/// one of the six services or of the print engine's two objects raises 5.
 void registerCreatable(std::string_view creationName, ObjectFactory make);
 
 } // namespace services

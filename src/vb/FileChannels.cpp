@@ -14,6 +14,10 @@ struct Channel {
     std::string path;
     std::ifstream in;
     std::ofstream out;
+    /// A device stream (FileOpenDevice) in place of `out`.
+    std::unique_ptr<std::ostream> device;
+
+    std::ostream &output() { return device ? *device : out; }
 };
 
 /// The open channels of the process, by number, as the old runtime kept them.
@@ -72,8 +76,9 @@ void openForOutput(Channel &c) {
 
 void write(int number, std::string_view text, std::string_view source) {
     Channel &c = outputChannel(number, source);
-    c.out.write(text.data(), static_cast<std::streamsize>(text.size()));
-    if (!c.out)
+    std::ostream &out = c.output();
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    if (!out)
         raise(err::DeviceIOError, source);
 }
 
@@ -82,6 +87,12 @@ bool closeStreams(Channel &c) {
     if (c.mode == FileMode::Input) {
         c.in.close();
         return true;
+    }
+    if (c.device) {
+        c.device->flush();
+        bool sent = !c.device->fail();
+        c.device.reset();
+        return sent;
     }
     c.out.close();
     return !c.out.fail();
@@ -94,11 +105,20 @@ void FileOpen(int number, std::string_view path, FileMode mode) {
         raise(err::BadFileNameOrNumber, "Open");
     if (channels().contains(number))
         raise(err::FileAlreadyOpen, "Open");
-    Channel c{mode, std::string(path), {}, {}};
+    Channel c{mode, std::string(path), {}, {}, {}};
     if (mode == FileMode::Input)
         openForInput(c);
     else
         openForOutput(c);
+    channels().emplace(number, std::move(c));
+}
+
+void FileOpenDevice(int number, std::string_view name, std::unique_ptr<std::ostream> device) {
+    if (number < 1 || number > 511)
+        raise(err::BadFileNameOrNumber, "Open");
+    if (channels().contains(number))
+        raise(err::FileAlreadyOpen, "Open");
+    Channel c{FileMode::Output, std::string(name), {}, {}, std::move(device)};
     channels().emplace(number, std::move(c));
 }
 

@@ -1,6 +1,8 @@
 // Numbered file channels: Open ... For Input/Output As #n, Line Input, Print, Close, EOF.
 #pragma once
 
+#include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,11 @@ enum class FileMode { Input, Output, Append };
 /// opened, 76 if the folder of a file for output does not exist, 52 for a
 /// bad channel number.
 void FileOpen(int number, std::string_view path, FileMode mode);
+/// Opens channel `number` for output onto a stream that a host made for a
+/// device (a printer port opened by name). Raises 52 and 55 as FileOpen. The
+/// stream is flushed and destroyed by FileClose, which raises 57 when the
+/// flush fails; a channel never closed never sends what it holds.
+void FileOpenDevice(int number, std::string_view name, std::unique_ptr<std::ostream> device);
 /// Reads one line without its line end ("\n" or "\r\n"); a last line with no
 /// line end is a line too. Raises 62 past the end (the channel stays open),
 /// 52 if the channel is not open, 54 if it is open for output.

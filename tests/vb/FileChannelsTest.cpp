@@ -1,10 +1,13 @@
 #include "vb/FileChannels.h"
 
 #include "ErrorExpect.h"
+#include "vb/Error.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <memory>
+#include <sstream>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -130,6 +133,64 @@ TEST_F(FileChannelsTest, TextIsWrittenAndReadAsBytes) {
     vb::FileClose(1);
     vb::FileOpen(1, path("utf8.txt"), FileMode::Input);
     EXPECT_EQ(vb::LineInput(1), "Größe\x0e");
+}
+
+} // namespace
+
+namespace {
+
+/// A device that takes the bytes only when flushed, and may refuse them.
+class DeviceBuffer : public std::stringbuf {
+public:
+    DeviceBuffer(std::string &sent, bool refuse) : sent_(sent), refuse_(refuse) {}
+
+protected:
+    int sync() override {
+        if (refuse_) {
+            return -1;
+        }
+        sent_ += str();
+        return 0;
+    }
+
+private:
+    std::string &sent_;
+    bool refuse_;
+};
+
+class Device : public std::ostream {
+public:
+    Device(std::string &sent, bool refuse) : std::ostream(nullptr), buffer_(sent, refuse) {
+        rdbuf(&buffer_);
+    }
+
+private:
+    DeviceBuffer buffer_;
+};
+
+TEST(FileChannelsDeviceTest, ADeviceGetsTheLinesWhenTheChannelCloses) {
+    std::string sent;
+    vb::FileOpenDevice(7, "LPT1", std::make_unique<Device>(sent, false));
+    vb::PrintLine(7, "slip");
+    EXPECT_EQ(sent, "") << "nothing leaves before the close";
+    EXPECT_THROW(vb::FileOpenDevice(7, "LPT1", std::make_unique<Device>(sent, false)), vb::Error);
+    vb::FileClose(7);
+    EXPECT_EQ(sent, "slip\r\n");
+}
+
+TEST(FileChannelsDeviceTest, ADeviceThatRefusesFailsTheClose) {
+    std::string sent;
+    vb::FileOpenDevice(7, "LPT1", std::make_unique<Device>(sent, true));
+    vb::PrintLine(7, "slip");
+    try {
+        vb::FileClose(7);
+        ADD_FAILURE() << "the close must fail";
+    } catch (const vb::Error &e) {
+        EXPECT_EQ(e.number(), 57);
+    }
+    EXPECT_NO_THROW(vb::FileOpenDevice(7, "LPT1", std::make_unique<Device>(sent, false)))
+        << "the channel is free again";
+    vb::FileClose(7);
 }
 
 } // namespace

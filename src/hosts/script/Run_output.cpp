@@ -6,6 +6,7 @@
 #include "vb/Conversion.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <vector>
@@ -79,7 +80,14 @@ void Run::apply(const ExpectOutputStep &step) {
     }
     forms::ReportPreview report = reports.front();
     reports.pop_front();
-    if (report.reportFile != step.file || (step.title && *step.title != report.title)) {
+    // A relative report file is the scenario's, from its folder: the program
+    // folder of a scenario's `set home` lies there too.
+    const std::filesystem::path wanted =
+        std::filesystem::path(step.file).is_absolute()
+            ? std::filesystem::path(step.file)
+            : (scenario_.baseDir / step.file).lexically_normal();
+    if (std::filesystem::path(report.reportFile).lexically_normal() != wanted ||
+        (step.title && *step.title != report.title)) {
         throw Failure(current_->source, expected,
                       "report " + inQuotes(report.reportFile) + " title " + inQuotes(report.title) +
                           " parameters " + parameters(report.parameters));

@@ -3,6 +3,8 @@
 #include "hosts/script/Failure.h"
 #include "hosts/script/Run.h"
 #include "hosts/script/ScenarioParser.h"
+#include "vb/Error.h"
+#include "vb/FileChannels.h"
 
 #include <fstream>
 #include <sstream>
@@ -21,6 +23,27 @@ int exitCode(Outcome outcome) {
     }
     return 2;
 }
+
+namespace {
+
+/// A scenario stands for one run of the program: the file channels its forms
+/// left open (a slip whose printing failed, a settings file after a bad
+/// line) close with it, so that the next scenario starts with none.
+struct ChannelsOfTheRun {
+    ChannelsOfTheRun() = default;
+    ChannelsOfTheRun(const ChannelsOfTheRun &) = delete;
+    ChannelsOfTheRun &operator=(const ChannelsOfTheRun &) = delete;
+    ~ChannelsOfTheRun() {
+        try {
+            vb::FileCloseAll();
+        } catch (const vb::Error &) {
+            // What a failed run left unwritten is lost with the run, as it
+            // was when the program ended.
+        }
+    }
+};
+
+} // namespace
 
 Runner::Runner(RunnerOptions options) : options_(std::move(options)) {}
 
@@ -46,6 +69,7 @@ Result Runner::runText(std::string_view text, const std::string &fileName,
     } catch (const BadScript &bad) {
         return {Outcome::BadScript, bad.report(fileName)};
     }
+    ChannelsOfTheRun channels;
     try {
         Run run(scenario, options_);
         run.execute();

@@ -11,6 +11,7 @@
 #include "forms/MsgBox.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
@@ -148,6 +149,11 @@ std::string ScriptUi::takePrinted(const std::string &port) {
 }
 
 void ScriptUi::showTextFile(const std::string &path) {
+    // The old viewer opened a file that was not there as a new, empty one.
+    if (!std::filesystem::exists(path)) {
+        textFiles_.push_back({path, ""});
+        return;
+    }
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         throw Failure("the viewer cannot open the file it was given", "a readable file " + path,

@@ -44,7 +44,8 @@ vb::Date parseDay(std::string_view text) {
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
         "db",   "connection", "company", "user",      "godown",     "interface",
-        "date", "title",      "home",    "trace-sql", "short-date", "key-strip"};
+        "date", "title",      "home",    "trace-sql", "short-date", "key-strip",
+        "report-printer", "report-folder"};
     return all;
 }
 
@@ -96,6 +97,10 @@ void applySetting(SessionConfig &config, std::string_view key, std::string_view 
         config.keyStrip = value == "on";
     } else if (key == "short-date") {
         config.shortDate = value;
+    } else if (key == "report-printer") {
+        config.reportPrinter = value;
+    } else if (key == "report-folder") {
+        config.reportFolder = value;
     } else {
         refuse("unknown setting '" + std::string(key) + "'");
     }

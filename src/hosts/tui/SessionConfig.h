@@ -39,6 +39,10 @@ struct SessionConfig {
     bool keyStrip = true;
     /// Printer ports ("LPT1") and the file or device each one writes to.
     std::map<std::string, std::string> printers;
+    /// The print queue a report preview prints on; the system's default when empty.
+    std::string reportPrinter;
+    /// Where a report preview saves its PDF; the current folder when empty.
+    std::string reportFolder;
 
     /// The SQLite file of the connection, or "" for another provider.
     std::string sqlitePath() const;

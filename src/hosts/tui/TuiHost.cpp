@@ -3,6 +3,8 @@
 #include "hosts/tui/ComboDropDown.h"
 #include "hosts/tui/MessageBoxDialog.h"
 #include "hosts/tui/PopupMenuBox.h"
+#include "hosts/tui/PrintSpooler.h"
+#include "hosts/tui/ReportViewer.h"
 #include "hosts/tui/ScreenPainter.h"
 #include "hosts/tui/SessionEnded.h"
 #include "hosts/tui/Terminal.h"
@@ -17,6 +19,7 @@
 #include "vb/Strings.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 namespace tui {
@@ -218,28 +221,22 @@ void TuiHost::doEvents() {
 }
 
 void TuiHost::showTextFile(const std::string &path) {
-    auto viewer = std::make_unique<TextViewer>(TextViewer::fromFile(path));
+    // The old viewer opened a file that was not there as a new, empty one.
+    auto viewer = std::make_unique<TextViewer>(
+        std::filesystem::exists(path) ? TextViewer::fromFile(path) : TextViewer(path, ""));
     overlays_.push_back(viewer.get());
     viewers_.push_back(std::move(viewer));
 }
 
 std::unique_ptr<std::ostream> TuiHost::openPrinter(const std::string &port) {
-    auto it = std::find_if(settings_.printers.begin(), settings_.printers.end(),
-                           [&](const auto &p) { return vb::UCase(p.first) == vb::UCase(port); });
-    if (it == settings_.printers.end()) {
-        throw vb::Error(vb::err::PathFileAccessError, "tui",
-                        "Path/File access error: printer port " + port +
-                            " is not set up (setting printer." + port + ")");
-    }
-    auto out = std::make_unique<std::ofstream>(it->second, std::ios::binary | std::ios::trunc);
-    if (!*out) {
-        throw vb::Error(vb::err::PathFileAccessError, "tui",
-                        "Path/File access error: " + it->second + " (printer port " + port + ")");
-    }
-    return out;
+    return openPrinterPort(port, settings_.printers);
 }
 
 void TuiHost::previewReport(const forms::ReportPreview &report) {
+    if (!report.pages.empty()) {
+        showReportPages(report);
+        return;
+    }
     if (!settings_.reportText) {
         throw vb::Error(429, "tui",
                         "ActiveX component can't create object: no report viewer is set up");

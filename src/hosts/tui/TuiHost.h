@@ -32,8 +32,13 @@ class TextViewer;
 /// What the host is told at start.
 struct HostSettings {
     /// Printer ports by name ("LPT1"): the file or device that takes the
-    /// port's bytes. A port not named here cannot be opened.
+    /// port's bytes. Other names are device paths or print queues
+    /// (openPrinterPort).
     std::map<std::string, std::string> printers;
+    /// The print queue of a report preview's print key; empty: the default.
+    std::string reportPrinter;
+    /// Where a report preview saves its PDF; empty: the current folder.
+    std::string reportFolder;
     /// Turns a report preview into text for the viewer; without it a
     /// preview raises 429, as a missing report engine did.
     std::function<std::string(const forms::ReportPreview &)> reportText;
@@ -108,6 +113,8 @@ private:
     std::deque<forms::KeyStroke> keys_;
     std::vector<Overlay *> overlays_;
     std::vector<std::unique_ptr<TextViewer>> viewers_;
+    /// A report laid out by the engine, in a ReportViewer (TuiHost_report.cpp).
+    void showReportPages(const forms::ReportPreview &report);
     std::size_t frames_ = 0;
     int shownPointer_ = forms::vbDefault;
 };

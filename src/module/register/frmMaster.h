@@ -144,6 +144,37 @@ public:
     /// marked 1 in their bad stock (1013).
     void PopulateExistingData();
 
+    // ---- the text slip (printing/frmMaster_printing.cpp) ---------------------
+
+    /// Writes the slip of entry `id` to the slip file or the printer port, as
+    /// ShopSetting.txt shapes it; frmPrint must be loaded, since its
+    /// optScreen chooses the output.
+    void PrintBill(std::int32_t id);
+    /// The earlier form of PrintBill; nothing calls it.
+    void PrintBillOld(std::int32_t id);
+    /// The slip's header: title, company, godown and entry lines.
+    void HeaderPrint(std::int32_t id);
+    /// An empty line and the user's name with the date and time, centred.
+    void FooterPrint();
+    /// `n` blanks; none for 0 or less.
+    std::string AddSpace(std::int16_t n);
+    /// `str` with blanks in front that centre its trimmed text over `width`.
+    std::string CenterMe(std::string str, std::int16_t width);
+
+    std::string strSettingsFile;
+    std::string strSettingKey;
+    std::string strPrintPort;
+    std::string strDashLine;
+    std::int16_t intPageWidth = 0;
+    std::int16_t intPrintRows = 0;
+    std::int16_t intColSlNo = 0;
+    std::int16_t intColQty = 0;
+    std::int16_t intColUnit = 0;
+    std::int16_t intColRate = 0;
+    std::int16_t intColAmount = 0;
+    std::int16_t intColDescription = 0;
+    std::int16_t intHeadLines = 0;
+
 private:
     /// Form_Load's services: data, tools, and the audit trail opened.
     void createServices();
@@ -151,8 +182,7 @@ private:
     void readPackageSettings();
     /// The list statement of the interface, from the floor date and the table.
     std::string listStatement() const;
-    /// Opens the print destinations as Print does. Until the printing forms
-    /// are part of the module the opening fails as a form that cannot load does.
+    /// Opens the print destinations (frmPrint) modally over the register.
     void openPrintDialog();
     /// The delete's reversal of the entry's stock: spupdateGodownVerification
     /// "R" in 1005, spReverseGodownTotalStockVerification in 1013, none in

@@ -3,6 +3,7 @@
 
 #include "module/frame/Module.h"
 #include "module/frame/TrackError.h"
+#include "module/printing/frmPrint.h"
 
 namespace tqsv2731 {
 
@@ -15,10 +16,7 @@ void frmMaster::cmdPreview_Click() {
 }
 
 void frmMaster::openPrintDialog() {
-    // The print destinations form joins with the printing work; until then
-    // Print fails as an open of a form that cannot load, and says so.
-    throw vb::Error(vb::err::InvalidProcedureCall, "frmMaster",
-                    "The print destinations are not available in this build");
+    m_.frmPrint().Show(forms::vbModal, this);
 }
 
 } // namespace tqsv2731

@@ -4,6 +4,8 @@
 #include "forms/Screen.h"
 #include "module/frame/Module.h"
 #include "module/frame/TrackError.h"
+#include "services/CreateObject.h"
+#include "services/PrintEngine.h"
 #include "services/clsScreenPalette.h"
 #include "vb/Conversion.h"
 #include "vb/Strings.h"
@@ -14,8 +16,6 @@ namespace {
 
 constexpr std::string_view FormName = "frmUnProcessedItems";
 
-/// The report engine's refusal of a report file it cannot open.
-constexpr std::int32_t ReportFileNotFound = 20504;
 
 struct Column {
     const char *header;
@@ -107,7 +107,20 @@ void frmUnProcessedItems::cmdPreview_Click() {
 }
 
 void frmUnProcessedItems::startReport() {
-    throw vb::Error(ReportFileNotFound, "Crystal Report", "Invalid file name.");
+    auto crptUnProcessed = services::CreateObject<services::ReportControl>(
+        "Crystal.CrystalReport", m_.context());
+    crptUnProcessed->ReportFileName = crptReportFileName;
+    crptUnProcessed->LogOnServer("pdsodbc.dll", "admindsnv2", "adminv2", "admin", "quenbarro471");
+    crptUnProcessed->WindowTitle = crptWindowTitle;
+    crptUnProcessed->WindowState = 2;
+    crptUnProcessed->WindowShowPrintBtn = true;
+    crptUnProcessed->WindowShowExportBtn = true;
+    crptUnProcessed->WindowShowNavigationCtls = true;
+    crptUnProcessed->WindowShowCancelBtn = true;
+    crptUnProcessed->WindowShowCloseBtn = true;
+    crptUnProcessed->WindowShowSearchBtn = true;
+    crptUnProcessed->SelectionFormula = crptSelectionFormula;
+    crptUnProcessed->Action(1);
 }
 
 std::string frmUnProcessedItems::GetItemIdString() {

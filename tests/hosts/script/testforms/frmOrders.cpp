@@ -170,10 +170,12 @@ void frmOrders::cmdPrint_Click() {
 }
 
 void frmOrders::cmdReport_Click() {
-    screen().ui().previewReport({(session_.homeDir / "reports" / "orders.rpt").string(),
-                                 "Orders of " + txtCustomer.Text(),
-                                 {vb::Variant(session_.companyId)},
-                                 "{orders.customer} = '" + txtCustomer.Text() + "'"});
+    forms::ReportPreview report;
+    report.reportFile = (session_.homeDir / "reports" / "orders.rpt").string();
+    report.title = "Orders of " + txtCustomer.Text();
+    report.parameters = {vb::Variant(session_.companyId)};
+    report.selectionFormula = "{orders.customer} = '" + txtCustomer.Text() + "'";
+    screen().ui().previewReport(report);
 }
 
 // Reads the customer back from the database with no handler of its own, so
