@@ -139,6 +139,18 @@ public:
     /// Shows the unfinished transfers of the godown, if any, and says
     /// whether there were any. A failure gives false.
     bool UnProcessedQuantitiesExist();
+
+    // ---- fills of the entry form's hidden ledger grids (nothing calls them) ----
+
+    /// Appends the entry's expiry arrivals to the entry form's `flxexpiry`,
+    /// one row each, laid out as the expiry posting reads them: date,
+    /// quantity, packing type, packing quantity, item. Cancelled and
+    /// adjusting rows are left out except in a total count (1013).
+    void FillEntryExpiryGrid();
+    /// Appends the entry's confirmed location arrivals to `flxLocations`:
+    /// location name, quantity, location id, packing type, packing
+    /// quantity, item.
+    void FillEntryLocationGrid();
     /// Brings the stored lines of `lngVerificationId` into the entry form's
     /// list, one row per item (1005) or per item and location of the lines
     /// marked 1 in their bad stock (1013).
