@@ -1,5 +1,7 @@
 // The data layer's costs: saving detail lines through a Recordset against SQLite's own
 // prepared inserts, and opening a whole table only to AddNew, small and large.
+#include "ScratchFolder.h"
+
 #include "ado/Connection.h"
 #include "ado/sqlite/NativeStatement.h"
 #include "ado/sqlite/Script.h"
@@ -29,18 +31,8 @@ constexpr const char *detailSchema =
 
 constexpr int linesPerSave = 10000;
 
-// A folder of database files for the run, removed at exit.
 const fs::path &folder() {
-    static const fs::path path = [] {
-        std::string pattern = (fs::temp_directory_path() / "adobench-XXXXXX").string();
-        fs::path made = mkdtemp(pattern.data());
-        std::atexit([] {
-            std::error_code ignored; // the run is over: a leftover folder harms nothing
-            fs::remove_all(folder(), ignored);
-        });
-        return made;
-    }();
-    return path;
+    return bench::scratchFolder("adobench");
 }
 
 ado::Connection database(const std::string &name) {

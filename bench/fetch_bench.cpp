@@ -1,5 +1,7 @@
 // Finding items: a fetch on a godown of 100,000 items, from Enter to the filled grid, and the
 // entry form's list search (reload in order, then the binary search) over 20,000 lines.
+#include "ScratchFolder.h"
+
 #include "forms/ListView.h"
 #include "forms/MsgBox.h"
 #include "forms/Screen.h"
@@ -26,18 +28,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of database files for the run, removed at exit.
 const fs::path &folder() {
-    static const fs::path path = [] {
-        std::string pattern = (fs::temp_directory_path() / "fetchbench-XXXXXX").string();
-        fs::path made = mkdtemp(pattern.data());
-        std::atexit([] {
-            std::error_code ignored; // the run is over: a leftover folder harms nothing
-            fs::remove_all(folder(), ignored);
-        });
-        return made;
-    }();
-    return path;
+    return bench::scratchFolder("fetchbench");
 }
 
 // A demo database of `items` items, made once for the run.

@@ -1,6 +1,9 @@
 // The entry lifecycle on a godown of 100,000 stock rows: saving an edited total count of
 // 5,000 lines, and deleting a confirmed total count (its stock reversed), each against
 // SQLite's own statements doing the same writes in the same run.
+#include "CitextCollation.h"
+#include "ScratchFolder.h"
+
 #include "ado/Command.h"
 #include "forms/Input.h"
 #include "forms/ListView.h"
@@ -21,8 +24,8 @@
 #include <sqlite3.h>
 
 #include <chrono>
-#include <ctime>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -36,23 +39,7 @@ constexpr int entryLines = 5000;
 constexpr int godownRows = 100000;
 
 const fs::path &folder() {
-    static const fs::path path = [] {
-        std::string pattern = (fs::temp_directory_path() / "lifecyclebench-XXXXXX").string();
-        fs::path made = mkdtemp(pattern.data());
-        std::atexit([] {
-            std::error_code ignored; // the run is over: a leftover folder harms nothing
-            fs::remove_all(folder(), ignored);
-        });
-        return made;
-    }();
-    return path;
-}
-
-// Letter case ignored; a shorter text sorts first, as the data layer's collation.
-int compareCitext(void *, int na, const void *a, int nb, const void *b) {
-    const int common = sqlite3_strnicmp(static_cast<const char *>(a), static_cast<const char *>(b),
-                                        na < nb ? na : nb);
-    return common != 0 ? common : na - nb;
+    return bench::scratchFolder("lifecyclebench");
 }
 
 // SQLite's own API on a database file: the baseline, and the setup of the data.
@@ -60,7 +47,7 @@ class Native {
 public:
     explicit Native(const fs::path &path) {
         check(sqlite3_open(path.c_str(), &db_));
-        check(sqlite3_create_collation(db_, "CITEXT", SQLITE_UTF8, nullptr, &compareCitext));
+        check(sqlite3_create_collation(db_, "CITEXT", SQLITE_UTF8, nullptr, &bench::compareCitext));
     }
     ~Native() { sqlite3_close(db_); }
     Native(const Native &) = delete;
@@ -118,10 +105,10 @@ public:
         sqlite3_bind_int(clear, 1, id);
         check(sqlite3_step(clear));
         sqlite3_finalize(clear);
-        sqlite3_stmt *line = prepare(
-            "INSERT INTO loiStockVerificationDetail (svdid, svdGodownID, svdLocationid, "
-            "svdShipmentID, svdItemID, svdAvailStock, svdVerifiedStock, svdavailbadstock, "
-            "svdcostprice) VALUES (?1, 1, 1, 1000, ?2, 10, ?3, 1, 2.5)");
+        sqlite3_stmt *line =
+            prepare("INSERT INTO loiStockVerificationDetail (svdid, svdGodownID, svdLocationid, "
+                    "svdShipmentID, svdItemID, svdAvailStock, svdVerifiedStock, svdavailbadstock, "
+                    "svdcostprice) VALUES (?1, 1, 1, 1000, ?2, 10, ?3, 1, 2.5)");
         for (int i = 1; i <= entryLines; ++i) {
             sqlite3_bind_int(line, 1, id);
             sqlite3_bind_int(line, 2, i);
@@ -141,7 +128,8 @@ public:
             records::embeddedSql("procedures/spReverseGodownTotalStockVerification.sql"));
         std::string body = source.body;
         for (const auto &[name, value] :
-             {std::pair<std::string, std::string>{"@svhid", std::to_string(id)}, {"@godownid", "1"}}) {
+             {std::pair<std::string, std::string>{"@svhid", std::to_string(id)},
+              {"@godownid", "1"}}) {
             for (std::size_t at = body.find(name); at != std::string::npos;
                  at = body.find(name, at + value.size())) {
                 body.replace(at, name.size(), value);

@@ -1,5 +1,8 @@
 // Saving a new entry through the entry form's OK (a total count of 5,000 rows, a plain
 // one of 1,000) against SQLite's own prepared inserts of the same header and lines.
+#include "CitextCollation.h"
+#include "ScratchFolder.h"
+
 #include "forms/ListView.h"
 #include "forms/Screen.h"
 #include "forms/TestUi.h"
@@ -26,18 +29,8 @@ namespace fs = std::filesystem;
 
 constexpr int demoItems = 5000;
 
-// A folder of database files for the run, removed at exit.
 const fs::path &folder() {
-    static const fs::path path = [] {
-        std::string pattern = (fs::temp_directory_path() / "savebench-XXXXXX").string();
-        fs::path made = mkdtemp(pattern.data());
-        std::atexit([] {
-            std::error_code ignored; // the run is over: a leftover folder harms nothing
-            fs::remove_all(folder(), ignored);
-        });
-        return made;
-    }();
-    return path;
+    return bench::scratchFolder("savebench");
 }
 
 // A copy of the demo company with enough items for one row each, made once.
@@ -107,20 +100,13 @@ public:
     tqsv2731::Module m;
 };
 
-// Letter case ignored; a shorter text sorts first.
-int compareCitext(void *, int na, const void *a, int nb, const void *b) {
-    const int common = sqlite3_strnicmp(static_cast<const char *>(a), static_cast<const char *>(b),
-                                        na < nb ? na : nb);
-    return common != 0 ? common : na - nb;
-}
-
 // The floor: the same header and lines by prepared inserts of SQLite's own API.
 class PreparedSave {
 public:
     explicit PreparedSave(const fs::path &path) {
         check(sqlite3_open(path.c_str(), &db_));
         // Text columns compare as the data layer's collation does.
-        check(sqlite3_create_collation(db_, "CITEXT", SQLITE_UTF8, nullptr, &compareCitext));
+        check(sqlite3_create_collation(db_, "CITEXT", SQLITE_UTF8, nullptr, &bench::compareCitext));
     }
     ~PreparedSave() { sqlite3_close(db_); }
 
