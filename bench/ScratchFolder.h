@@ -16,13 +16,18 @@ inline const std::filesystem::path &scratchFolder(std::string_view prefix) {
     static const std::filesystem::path path = [prefix] {
         std::string pattern =
             (std::filesystem::temp_directory_path() / (std::string(prefix) + "-XXXXXX")).string();
-        std::filesystem::path made = mkdtemp(pattern.data());
+        return std::filesystem::path(mkdtemp(pattern.data()));
+    }();
+    // Registered once the path stands, so that it runs before the path is
+    // destroyed: exit handlers and static destructors run in reverse order.
+    static const bool removedAtExit = [] {
         std::atexit([] {
             std::error_code ignored; // the run is over: a leftover folder harms nothing
             std::filesystem::remove_all(path, ignored);
         });
-        return made;
+        return true;
     }();
+    (void)removedAtExit;
     return path;
 }
 
