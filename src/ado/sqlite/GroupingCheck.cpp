@@ -39,11 +39,12 @@ struct Sequence {
     explicit Sequence(Nodes n) : nodes(n), sig(significantPositions(n)) {}
     const Node &at(std::size_t k) const { return nodes[sig[k]]; }
     std::size_t size() const { return sig.size(); }
-    // The nodes from significant k to just before significant e.
+    // The nodes from significant k to just before significant e; nothing when
+    // e comes first, as for a clause word with nothing after it ("group order").
     Nodes span(std::size_t k, std::size_t e) const {
         std::size_t from = k < sig.size() ? sig[k] : nodes.size();
         std::size_t to = e < sig.size() ? sig[e] : nodes.size();
-        return nodes.subspan(from, to - from);
+        return nodes.subspan(from, to > from ? to - from : 0);
     }
 };
 
