@@ -1,5 +1,6 @@
 // stockverify init-db: makes a database file, empty or with the demo company.
 #include "app/Command.h"
+#include "hosts/tui/ClerkLogin.h"
 #include "module/records/DatabaseFile.h"
 #include "vb/Error.h"
 
@@ -8,6 +9,7 @@
 #include <ctime>
 #include <iostream>
 #include <optional>
+#include <set>
 #include <string>
 #include <unistd.h>
 
@@ -19,7 +21,9 @@ const char *usage =
     "Creates the SQLite database file PATH with the tables, views and stored\n"
     "procedures that the module runs against.\n"
     "\n"
-    "  --demo         also load the demo company (docs/database.md)\n"
+    "  --demo         also load the demo company (docs/database.md); the login\n"
+    "                 that runs init-db, and root, are mapped to its store clerk\n"
+    "                 RAHUL MEHTA (user 1), so that 'stockverify run' opens for them\n"
     "  --items N      number of demo items, at least 12 (default 200)\n"
     "  --date DATE    the day the demo is seen from, YYYY-MM-DD: its entries,\n"
     "                 stock moves and closings lie before it (default today);\n"
@@ -104,8 +108,16 @@ Arguments parse(std::span<const std::string> args) {
     }
     if (parsed.path.empty())
         throw usageError("PATH is missing");
-    if (demo)
+    if (demo) {
+        // The person who makes the demo is the one who tries it next.
+        demoOptions.logins = {"root"};
+        try {
+            demoOptions.logins.push_back(tui::processLogin());
+        } catch (const tui::ClerkRefusal &e) {
+            std::cerr << "stockverify init-db: " << e.description() << "; only root is mapped\n";
+        }
         parsed.options.demo = demoOptions;
+    }
     return parsed;
 }
 
@@ -141,8 +153,18 @@ int run(std::span<const std::string> args) {
     if (progress)
         std::cerr << "\n";
     std::cout << "Created " << parsed.path;
-    if (parsed.options.demo)
+    if (parsed.options.demo) {
         std::cout << " with the demo company (" << parsed.options.demo->items << " items)";
+        std::set<std::string> logins(parsed.options.demo->logins.begin(),
+                                     parsed.options.demo->logins.end());
+        std::cout << "; the clerk of login";
+        const char *separator = logins.size() > 1 ? "s " : " ";
+        for (const auto &login : logins) {
+            std::cout << separator << login;
+            separator = ", ";
+        }
+        std::cout << " is RAHUL MEHTA (user 1)";
+    }
     std::cout << "\n";
     return 0;
 }

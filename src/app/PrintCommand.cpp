@@ -1,5 +1,6 @@
 // stockverify print: one entry's slip or report, written to a file without the screen.
 #include "app/Command.h"
+#include "app/ProgramFolder.h"
 #include "app/PrintUi.h"
 
 #include "ado/Connection.h"
@@ -43,7 +44,8 @@ const char *usage =
     "  --user N              user id, named in the slip's footer (default 1)\n"
     "  --interface N         1005 Stock Verification (default), 1013 Total\n"
     "  --date YYYY-MM-DD     the process date (default: today)\n"
-    "  --home DIR            the program folder (default: the folder of this program)\n"
+    "  --home DIR            the program folder (default: the installed share/stockverify,\n"
+    "                        or the source tree of a build)\n"
     "  --title TEXT          title of messages (default: Stock Verification)\n"
     "  --data-source NAME=CONNECTION\n"
     "                        the database of a report server's data source name\n"
@@ -150,7 +152,7 @@ std::filesystem::path programFolder(const Arguments &a) {
         }
         return std::filesystem::absolute(a.home);
     }
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    return app::defaultProgramFolder();
 }
 
 /// Selects the entry's row in the register, as a user would before Print.

@@ -1,6 +1,8 @@
 // stockverify run: opens the register of a godown in the terminal.
 #include "ado/Connection.h"
 #include "app/Command.h"
+#include "app/ProgramFolder.h"
+#include "hosts/tui/ClerkLogin.h"
 #include "hosts/tui/CursesTerminal.h"
 #include "hosts/tui/SessionConfig.h"
 #include "hosts/tui/SessionEnded.h"
@@ -19,28 +21,39 @@
 namespace {
 
 const char *usage =
-    "Usage: stockverify run --db PATH --company N --user N --godown N [OPTIONS]\n"
+    "Usage: stockverify run [--config NAME|FILE] [OPTIONS]\n"
     "\n"
     "Opens the stock verification register of a godown in the terminal and\n"
-    "exits when it is closed. Every value can also come from a config file\n"
-    "(--config FILE, lines 'key = value'); options win over the file.\n"
-    "See docs/configuration.md.\n"
+    "exits when it is closed. The clerk is the user that the login running the\n"
+    "program maps to in the database's table svUserLogin.\n"
+    "\n"
+    "Every value can also come from config files, lines 'key = value', read in\n"
+    "this order, later ones winning: /etc/stockverify/stockverify.conf,\n"
+    "/etc/stockverify/NAME.conf, then the same two in $XDG_CONFIG_HOME/stockverify\n"
+    "(default ~/.config/stockverify); NAME is the group of --config NAME. A\n"
+    "--config value with a '/' or ending in .conf is a file read after those.\n"
+    "Options win over every file. See docs/configuration.md.\n"
     "\n"
     "  --db PATH            the SQLite database file (stockverify init-db makes one)\n"
     "  --connection TEXT    a connection string instead: sqlite:PATH or odbc:...\n"
     "  --company N          company id\n"
-    "  --user N             user id\n"
     "  --godown N           godown id\n"
+    "  --user N             user id instead of the login's; only for the logins that\n"
+    "                       allow-user-option lists in /etc/stockverify\n"
     "  --interface N        1005 Stock Verification (default), 1013 Total Stock Verification\n"
     "  --date YYYY-MM-DD    the process date (default: today)\n"
     "  --title TEXT         title of message boxes (default: Stock Verification)\n"
     "  --home DIR           the program folder, where ShopSetting.txt and reports/ are\n"
-    "                       (default: the folder of the stockverify program)\n"
+    "                       (default: the installed share/stockverify, or the source\n"
+    "                       tree of a build)\n"
+    "  --state DIR          the folder of the slip file, the fault log and relative\n"
+    "                       --trace-sql files (default: $XDG_STATE_HOME/stockverify,\n"
+    "                       ~/.local/state/stockverify)\n"
     "  --trace-sql FILE     append every statement sent to the database to FILE\n"
     "  --short-date PATTERN how dates show as text (default: dd/mm/yyyy)\n"
     "  --printer PORT=PATH  the file or device a printer port (LPT1, ...) writes to\n"
     "  --key-strip on|off   the keys of the form in front on the bottom line (default: on)\n"
-    "  --config FILE        read settings from FILE\n"
+    "  --config NAME|FILE   read the group NAME's config files, or FILE\n"
     "\n"
     "Keys (the bottom line shows those the form in front takes):\n"
     "  Tab, Shift+Tab       the next or previous field\n"
@@ -57,9 +70,21 @@ const char *usage =
     "  Left, Right          the columns of a list wider than the screen\n"
     "  F4, Alt+Down         opens a combo box's list\n"
     "  Escape               the form's Cancel button, where it has one\n"
-    "  Ctrl+C               leaves at once; what is not saved is lost\n";
+    "  Ctrl+C               leaves at once; what is not saved is lost\n"
+    "\n"
+    "Exit codes:\n"
+    "  0                    the register was closed\n"
+    "  1                    a failure once the session started (the database could\n"
+    "                       not be opened, the terminal was no terminal)\n"
+    "  2                    an option it cannot use\n"
+    "  3                    a config file missing, unreadable or with a line it\n"
+    "                       cannot use\n"
+    "  4                    no clerk: the login maps to no user or to several, or\n"
+    "                       --user is not allowed for it\n"
+    "  130                  Ctrl+C\n"
+    "  128+N                ended by signal N (SIGTERM, SIGHUP)\n";
 
-/// The program folder: --home, else the folder of the running program.
+/// The program folder: --home, else the installed one or the source tree's.
 std::filesystem::path programFolder(const tui::SessionConfig &config) {
     if (!config.home.empty()) {
         if (!std::filesystem::is_directory(config.home)) {
@@ -68,10 +93,11 @@ std::filesystem::path programFolder(const tui::SessionConfig &config) {
         }
         return std::filesystem::absolute(config.home);
     }
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    return app::defaultProgramFolder();
 }
 
-ado::Connection openDatabase(const tui::SessionConfig &config) {
+ado::Connection openDatabase(const tui::SessionConfig &config,
+                             const std::filesystem::path &state) {
     // run opens what exists; making a database is init-db's work.
     std::string path = config.sqlitePath();
     if (!path.empty() && !std::filesystem::is_regular_file(path)) {
@@ -82,15 +108,20 @@ ado::Connection openDatabase(const tui::SessionConfig &config) {
     ado::Connection connection;
     connection.Open(config.connection);
     if (!config.traceSql.empty()) {
-        connection.traceSql(config.traceSql);
+        // A relative trace lands with the session's other state.
+        std::filesystem::create_directories(state);
+        connection.traceSql((state / config.traceSql).string());
     }
     return connection;
 }
 
 void runSession(const tui::SessionConfig &config) {
     const std::filesystem::path home = programFolder(config);
+    const std::filesystem::path state = tui::stateFolder(config);
     vb::setShortDateFormat(config.shortDate);
-    ado::Connection connection = openDatabase(config);
+    ado::Connection connection = openDatabase(config, state);
+    // Known before the terminal is taken, so that a refusal reads plainly.
+    const std::int32_t userId = tui::sessionUser(config, connection, tui::processLogin());
 
     // From here the terminal is the host's until the register closes; its
     // destructor gives it back however this function is left.
@@ -103,7 +134,7 @@ void runSession(const tui::SessionConfig &config) {
     tui::TuiHost host(terminal, settings);
     host.screen().setAppTitle(config.title);
 
-    services::Context context(host.screen());
+    services::Context context(host.screen(), state);
     context.connection = connection;
     context.companyId = config.companyId;
     // One module for the process: its globals outlive each Show, as they did.
@@ -113,7 +144,7 @@ void runSession(const tui::SessionConfig &config) {
     module->adocon = connection;
     module->strMsgboxCaption = config.title;
     module->intCompanyID = config.companyId;
-    module->intUserID = config.userId;
+    module->intUserID = userId;
     module->dtProcessDate = config.processDate.value_or(vb::Today());
     module->intInterfaceID = config.interfaceId;
     module->intGodownID = config.godownId;
@@ -123,10 +154,13 @@ void runSession(const tui::SessionConfig &config) {
 int run(std::span<const std::string> args) {
     tui::SessionConfig config;
     try {
-        config = tui::parseRunOptions(args);
+        config = tui::parseRunOptions(args, tui::configFoldersFromEnvironment());
+    } catch (const tui::ConfigFileError &e) {
+        std::cerr << "stockverify run: " << e.description() << "\n";
+        return tui::exitcode::Configuration;
     } catch (const vb::Error &e) {
         std::cerr << "stockverify run: " << e.description() << "\n\n" << usage;
-        return 2;
+        return tui::exitcode::Options;
     }
     // Each failure is reported after runSession has given the terminal back.
     try {
@@ -134,6 +168,9 @@ int run(std::span<const std::string> args) {
     } catch (const tui::SessionEnded &e) {
         std::cerr << "stockverify run: " << e.what() << "\n";
         return e.exitCode();
+    } catch (const tui::ClerkRefusal &e) {
+        std::cerr << "stockverify run: " << e.description() << "\n";
+        return tui::exitcode::Clerk;
     } catch (const vb::Error &e) {
         std::cerr << "stockverify run: " << e.description() << " (error " << e.number() << ")\n";
         return 1;

@@ -1,10 +1,12 @@
 // stockverify script: runs scenario files against the show targets this program has.
 #include "app/Command.h"
+#include "app/ProgramFolder.h"
 #include "hosts/script/Runner.h"
 #include "module/frame/Module.h"
 #include "module/frame/clsStockVerification.h"
 #include "services/Context.h"
 #include "services/CreateObject.h"
+#include "vb/Error.h"
 
 #include <filesystem>
 #include <iostream>
@@ -27,7 +29,8 @@ const char *usage =
     "parsed (unknown command, bad syntax, unknown show target).\n"
     "\n"
     "  --home DIR   the program folder of the session (ShopSetting.txt, reports/);\n"
-    "               default: the folder of this program\n"
+    "               default: the installed share/stockverify, or the source tree\n"
+    "               of a build\n"
     "\n"
     "Show targets: \"register\", the stock verification register of the module,\n"
     "shown with the session values the scenario set.\n";
@@ -72,15 +75,12 @@ int run(std::span<const std::string> args) {
         }
     }
     if (options.homeDir.empty()) {
-        // The program folder is where the program file lies.
-        std::error_code error;
-        std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-        if (error) {
-            std::cerr << "stockverify script: cannot find the program folder (" << error.message()
-                      << "); give it with --home DIR\n";
+        try {
+            options.homeDir = app::defaultProgramFolder();
+        } catch (const vb::Error &e) {
+            std::cerr << "stockverify script: " << e.description() << "\n";
             return 2;
         }
-        options.homeDir = self.parent_path();
     }
     if (files.empty()) {
         std::cerr << "stockverify script: no scenario file given\n\n" << usage;

@@ -1,9 +1,14 @@
 #include "hosts/tui/SessionConfig.h"
 
+#include "services/Context.h"
 #include "vb/Error.h"
 #include "vb/Strings.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -40,27 +45,143 @@ vb::Date parseDay(std::string_view text) {
     return vb::DateSerial(y, m, d);
 }
 
+[[noreturn]] void refuseFile(std::int32_t number, const std::string &message) {
+    throw ConfigFileError(number, "stockverify run", message);
+}
+
 /// Option names and the config keys they set; all take a value.
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
         "db",   "connection", "company", "user",      "godown",     "interface",
         "date", "title",      "home",    "trace-sql", "short-date", "key-strip",
-        "report-printer", "report-folder"};
+        "report-printer", "report-folder", "state"};
     return all;
 }
 
-std::string readFile(const std::string &path) {
+std::string readFile(const std::filesystem::path &path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found) {
+        refuseFile(vb::err::FileNotFound, "File not found: the config file " + path.string());
+    }
+    if (status.type() != std::filesystem::file_type::regular) {
+        refuseFile(vb::err::PathFileAccessError,
+                   "Path/File access error: the config file " + path.string() + " is not a file");
+    }
     std::ifstream in(path, std::ios::binary);
     if (!in) {
-        throw vb::Error(vb::err::FileNotFound, "stockverify run",
-                        "File not found: the config file " + path);
+        refuseFile(vb::err::PathFileAccessError, "Path/File access error: cannot read the config file " +
+                                                     path.string() + " (" + std::strerror(errno) +
+                                                     ")");
     }
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
 }
 
+/// The logins of an allow-user-option line: separated by commas or blanks.
+std::vector<std::string> loginList(std::string_view value) {
+    std::vector<std::string> logins;
+    std::string login;
+    for (char c : value) {
+        if (c == ',' || c == ' ' || c == '\t') {
+            if (!login.empty()) {
+                logins.push_back(std::move(login));
+                login.clear();
+            }
+        } else {
+            login += c;
+        }
+    }
+    if (!login.empty()) {
+        logins.push_back(std::move(login));
+    }
+    return logins;
+}
+
+/// Whether `file` lies directly in `folder`, however either is spelt.
+bool inFolder(const std::filesystem::path &file, const std::filesystem::path &folder) {
+    if (folder.empty()) {
+        return false;
+    }
+    return std::filesystem::weakly_canonical(file).parent_path() ==
+           std::filesystem::weakly_canonical(folder);
+}
+
+/// A --config value that names a file rather than a group.
+bool isFilePath(std::string_view name) {
+    return name.find('/') != std::string_view::npos || name.ends_with(".conf");
+}
+
+/// The files to read, in order, for `--config NAME` (NAME may be empty).
+std::vector<std::filesystem::path> configFiles(const std::string &name,
+                                               const ConfigFolders &folders) {
+    std::vector<std::filesystem::path> files;
+    const bool group = !name.empty() && !isFilePath(name);
+    for (const auto &folder : {folders.system, folders.user}) {
+        if (folder.empty()) {
+            continue;
+        }
+        for (const std::string &file : {std::string("stockverify"), group ? name : std::string()}) {
+            if (file.empty()) {
+                continue;
+            }
+            // A file that is there but cannot be read still stops the session:
+            // readFile says why.
+            std::error_code error;
+            const auto path = folder / (file + ".conf");
+            if (std::filesystem::symlink_status(path, error).type() !=
+                std::filesystem::file_type::not_found) {
+                files.push_back(path);
+            }
+        }
+    }
+    if (group) {
+        const bool found = std::any_of(files.begin(), files.end(), [&](const auto &f) {
+            return f.filename() == name + ".conf";
+        });
+        if (!found) {
+            std::string looked;
+            for (const auto &folder : {folders.system, folders.user}) {
+                if (!folder.empty()) {
+                    looked += (looked.empty() ? "" : " nor ") + (folder / (name + ".conf")).string();
+                }
+            }
+            refuseFile(vb::err::FileNotFound,
+                       "File not found: the config file of '" + name + "', neither " + looked);
+        }
+    } else if (!name.empty()) {
+        files.emplace_back(name);
+    }
+    return files;
+}
+
 } // namespace
+
+ConfigFolders configFoldersFromEnvironment() {
+    ConfigFolders folders;
+    folders.system = "/etc/stockverify";
+#ifdef STOCKVERIFY_TEST_SYSCONFDIR
+    if (const char *dir = std::getenv("STOCKVERIFY_SYSCONFDIR"); dir != nullptr && *dir != '\0') {
+        folders.system = dir;
+    }
+#endif
+    const char *xdg = std::getenv("XDG_CONFIG_HOME");
+    // XDG says a relative value is invalid and is to be ignored.
+    if (xdg != nullptr && *xdg != '\0' && std::filesystem::path(xdg).is_absolute()) {
+        folders.user = std::filesystem::path(xdg) / "stockverify";
+    } else if (const char *home = std::getenv("HOME"); home != nullptr && *home != '\0') {
+        folders.user = std::filesystem::path(home) / ".config" / "stockverify";
+    }
+    return folders;
+}
+
+std::filesystem::path stateFolder(const SessionConfig &config) {
+    if (!config.state.empty()) {
+        return config.state;
+    }
+    return services::defaultStateDirectory();
+}
 
 std::string SessionConfig::sqlitePath() const {
     constexpr std::string_view prefix = "sqlite:";
@@ -101,12 +222,18 @@ void applySetting(SessionConfig &config, std::string_view key, std::string_view 
         config.reportPrinter = value;
     } else if (key == "report-folder") {
         config.reportFolder = value;
+    } else if (key == "state") {
+        config.state = value;
+    } else if (key == "allow-user-option") {
+        refuse("allow-user-option is read only from the files of the system folder "
+               "(/etc/stockverify)");
     } else {
         refuse("unknown setting '" + std::string(key) + "'");
     }
 }
 
-void applyConfigText(SessionConfig &config, std::string_view text, std::string_view origin) {
+void applyConfigText(SessionConfig &config, std::string_view text, std::string_view origin,
+                     bool systemFile) {
     std::istringstream lines{std::string(text)};
     std::string line;
     int number = 0;
@@ -124,14 +251,19 @@ void applyConfigText(SessionConfig &config, std::string_view text, std::string_v
         std::string key = vb::Trim(trimmed.substr(0, eq));
         std::string value = vb::Trim(trimmed.substr(eq + 1));
         try {
-            applySetting(config, key, value);
+            if (key == "allow-user-option" && systemFile) {
+                config.userOptionLogins = loginList(value);
+            } else {
+                applySetting(config, key, value);
+            }
         } catch (const vb::Error &e) {
-            refuse(std::string(origin) + ":" + std::to_string(number) + ": " + e.description());
+            refuseFile(vb::err::InvalidProcedureCall,
+                       std::string(origin) + ":" + std::to_string(number) + ": " + e.description());
         }
     }
 }
 
-SessionConfig parseRunOptions(std::span<const std::string> args) {
+SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders) {
     std::vector<std::pair<std::string, std::string>> given;
     std::string configFile;
     for (std::size_t i = 0; i < args.size(); ++i) {
@@ -162,8 +294,9 @@ SessionConfig parseRunOptions(std::span<const std::string> args) {
     }
 
     SessionConfig config;
-    if (!configFile.empty()) {
-        applyConfigText(config, readFile(configFile), configFile);
+    for (const auto &file : configFiles(configFile, folders)) {
+        applyConfigText(config, readFile(file), file.string(), inFolder(file, folders.system));
+        config.files.push_back(file.string());
     }
     for (const auto &[key, value] : given) {
         applySetting(config, key, value);
@@ -172,8 +305,7 @@ SessionConfig parseRunOptions(std::span<const std::string> args) {
         refuse("the database is missing: give --db PATH (or --connection)");
     }
     for (auto [key, value] :
-         {std::pair{"--company", config.companyId}, std::pair{"--user", config.userId},
-          std::pair{"--godown", config.godownId}}) {
+         {std::pair{"--company", config.companyId}, std::pair{"--godown", config.godownId}}) {
         if (value == 0) {
             refuse(std::string(key) + " is missing");
         }

@@ -4,6 +4,9 @@
 #include "module/records/DemoDb.h"
 #include "module/records/DemoItem.h"
 
+#include <set>
+#include <string>
+
 namespace records {
 
 void DemoBuilder::addCompany() {
@@ -133,6 +136,11 @@ void DemoBuilder::addUsers() {
             for (int interfaceId : {1005, 1013})
                 rights.row({u.id, interfaceId, 1, u.rights});
     }
+    // "root" ran init-db as well as being named: one row is enough.
+    DemoInsert login(connection_, "svUserLogin", {"login", "UserID"});
+    const std::set<std::string> logins(options_.logins.begin(), options_.logins.end());
+    for (const auto &name : logins)
+        login.row({name, 1});
 }
 
 void DemoBuilder::addLayouts() {

@@ -3,7 +3,9 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace records {
 
@@ -15,6 +17,9 @@ struct DemoOptions {
     /// describes; the rest are generated, each from its own id, so that an item is the
     /// same whatever the total.
     int items = 200;
+    /// Unix logins mapped to the demo's store clerk (user 1) in svUserLogin,
+    /// so that the terminal opens for them.
+    std::vector<std::string> logins;
 };
 
 /// Fewest items a demo can have: the hand-made ones.

@@ -86,7 +86,7 @@ wait_exit() {
 
 "$exe" init-db "$work/demo.db" --demo --items 50 --date 2026-11-22 >/dev/null
 tmux_ new-session -d -s sv -x 110 -y 40 \
-    "cd '$work' && '$exe' run --db demo.db --company 1 --user 1 --godown 1 --interface 1005 \
+    "cd '$work' && '$exe' run --db demo.db --company 1 --godown 1 --interface 1005 \
      --title 'Stock Verification' --date 2026-11-22 2>stderr.txt; echo \$? > rc.txt"
 
 # The register of godown 1: the entries after the floor date, the newest last.
@@ -100,7 +100,7 @@ for caption in New Edit Delete Print Close; do
     screen | grep -qE "\[ +$caption +\]" || fail "no button $caption"
 done
 
-# A new entry with only the keys the strip shows: New, the list (Ctrl+D),
+# A new entry, by the clerk of the login that runs the test, with only the keys the strip shows: New, the list (Ctrl+D),
 # a new line (Ctrl+Enter), two packing barcodes scanned in one burst (each
 # counts one and is accepted at once), the item screen closed, a remark, OK;
 # the register shows the new row.
@@ -120,6 +120,8 @@ press_for OK
 wait_for "SVA6"
 row_of "SVA6" | grep -qF "22/11/2026" || fail "SVA6 is not dated on the process date"
 row_of "SVA6" | grep -qF "shelf recount" || fail "SVA6 has not the remark"
+# No --user: the clerk is the one init-db mapped this login to.
+row_of "SVA6" | grep -qF "RAHUL MEHTA" || fail "SVA6 is not saved by the login's clerk"
 
 # Close leaves the program, and the terminal with it.
 press_for Close
@@ -131,7 +133,7 @@ rm -f "$work/rc.txt"
 "$exe" init-db "$work/today.db" --demo --items 12 >/dev/null
 tmux_ kill-session -t sv 2>/dev/null || true
 tmux_ new-session -d -s sv -x 110 -y 40 \
-    "cd '$work' && '$exe' run --db today.db --company 1 --user 1 --godown 1 \
+    "cd '$work' && '$exe' run --db today.db --company 1 --godown 1 \
      --date $(date +%F) 2>stderr.txt; echo \$? > rc.txt"
 wait_for "SVA5"
 wait_for "SVA2"

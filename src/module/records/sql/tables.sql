@@ -106,6 +106,15 @@ CREATE TABLE lousers (
     PRIMARY KEY (userid, GodownID)
 );
 
+-- Who a Unix login is: the terminal session takes its clerk from the login
+-- that runs it, through this table the administrator keeps. A login with two
+-- rows is a mistake the session refuses to guess about, so the key allows it.
+CREATE TABLE svUserLogin (
+    login VARCHAR(64) NOT NULL,
+    UserID INT NOT NULL,
+    PRIMARY KEY (login, UserID)
+);
+
 -- Function letters of a user in one interface: N new, E edit, D delete, P print.
 CREATE TABLE louserrights (
     userid INT NOT NULL,
