@@ -56,11 +56,15 @@ std::string processLogin() {
 }
 
 std::vector<std::int32_t> mappedUsers(const ado::Connection &connection, std::string_view login) {
-    ado::Recordset rs = connection.Execute(
-        "select UserID from svUserLogin where login = " + quoted(login) + " order by UserID");
+    // The database compares text without regard to letter case, as SQL Server
+    // does; Unix does not, so "Balu" and "balu" are sorted out here.
+    ado::Recordset rs = connection.Execute("select login, UserID from svUserLogin where login = " +
+                                           quoted(login) + " order by UserID");
     std::vector<std::int32_t> users;
     for (; !rs.Eof(); rs.MoveNext()) {
-        users.push_back(vb::CLng(rs.Fields(0).Value()));
+        if (vb::CStr(rs.Fields(0).Value()) == login) {
+            users.push_back(vb::CLng(rs.Fields(1).Value()));
+        }
     }
     return users;
 }

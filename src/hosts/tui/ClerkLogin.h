@@ -28,7 +28,8 @@ public:
 std::string processLogin();
 
 /// The users that `login` maps to in svUserLogin, ascending; the login is
-/// matched exactly, as Unix matches it.
+/// matched exactly, letter case and all, as Unix matches it, whatever the
+/// database's collation.
 std::vector<std::int32_t> mappedUsers(const ado::Connection &connection, std::string_view login);
 
 /// The user the session runs as. A user asked for (--user or a `user` line)
