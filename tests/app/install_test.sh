@@ -31,6 +31,12 @@ sv="$prefix/bin/stockverify"
 [ "$(sed -n 1p "$work/version.txt")" = "stockverify $version" ] ||
     fail "--version says '$(sed -n 1p "$work/version.txt")', not 'stockverify $version'"
 grep -qE '^SQLite 3\.[0-9]+\.[0-9]+$' "$work/version.txt" || fail "--version names no SQLite: $(cat "$work/version.txt")"
+if ldd "$sv" | grep -q 'libpq\.so'; then
+    grep -qE '^libpq [0-9]+\.[0-9]+(\.[0-9]+)?$' "$work/version.txt" ||
+        fail "linked with libpq, --version does not name it: $(cat "$work/version.txt")"
+elif grep -q '^libpq' "$work/version.txt"; then
+    fail "--version names a libpq that is not linked"
+fi
 [ "$("$sv" -V)" = "$(cat "$work/version.txt")" ] || fail "-V is not --version"
 
 # A demo database and a short scenario on it.

@@ -60,11 +60,16 @@ const std::set<std::string, std::less<>> &keys() {
 
 std::string readFile(const std::filesystem::path &path) {
     std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found) {
+    const auto type = std::filesystem::status(path, error).type();
+    if (type == std::filesystem::file_type::not_found) {
         refuseFile(vb::err::FileNotFound, "File not found: the config file " + path.string());
     }
-    if (status.type() != std::filesystem::file_type::regular) {
+    if (error) {
+        refuseFile(vb::err::PathFileAccessError, "Path/File access error: cannot read the config "
+                                                 "file " + path.string() + " (" + error.message() +
+                                                     ")");
+    }
+    if (type != std::filesystem::file_type::regular) {
         refuseFile(vb::err::PathFileAccessError,
                    "Path/File access error: the config file " + path.string() + " is not a file");
     }
@@ -99,13 +104,19 @@ std::vector<std::string> loginList(std::string_view value) {
     return logins;
 }
 
-/// Whether `file` lies directly in `folder`, however either is spelt.
+/// Whether `file` lies directly in `folder`, however either is spelt. The
+/// file's own name is not followed: a link in /etc/stockverify is the
+/// administrator's wherever it points.
 bool inFolder(const std::filesystem::path &file, const std::filesystem::path &folder) {
     if (folder.empty()) {
         return false;
     }
-    return std::filesystem::weakly_canonical(file).parent_path() ==
-           std::filesystem::weakly_canonical(folder);
+    std::error_code fileError;
+    std::error_code folderError;
+    const auto parent = std::filesystem::weakly_canonical(
+        std::filesystem::absolute(file).parent_path(), fileError);
+    const auto canonicalFolder = std::filesystem::weakly_canonical(folder, folderError);
+    return !fileError && !folderError && parent == canonicalFolder;
 }
 
 /// A --config value that names a file rather than a group.
@@ -118,14 +129,15 @@ std::vector<std::filesystem::path> configFiles(const std::string &name,
                                                const ConfigFolders &folders) {
     std::vector<std::filesystem::path> files;
     const bool group = !name.empty() && !isFilePath(name);
+    std::vector<std::string> names{"stockverify"};
+    if (group && name != "stockverify") {
+        names.push_back(name);
+    }
     for (const auto &folder : {folders.system, folders.user}) {
         if (folder.empty()) {
             continue;
         }
-        for (const std::string &file : {std::string("stockverify"), group ? name : std::string()}) {
-            if (file.empty()) {
-                continue;
-            }
+        for (const auto &file : names) {
             // A file that is there but cannot be read still stops the session:
             // readFile says why.
             std::error_code error;

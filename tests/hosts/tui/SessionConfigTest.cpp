@@ -216,6 +216,20 @@ TEST_F(ConfigFolderTest, AllowUserOptionCountsOnlyInTheSystemFolder) {
               "option 5: unknown option '--allow-user-option'");
 }
 
+TEST_F(ConfigFolderTest, ASystemFileIsOneNamedInTheSystemFolderWhereverItPoints) {
+    std::filesystem::create_directories(root_ / "srv");
+    write(root_ / "srv" / "dock.conf", "db = x.db\ncompany = 1\ngodown = 1\nallow-user-option = admin\n");
+    std::filesystem::create_symlink(root_ / "srv" / "dock.conf", folders_.system / "dock.conf");
+    EXPECT_EQ(parseIn({"--config", "dock"}).userOptionLogins, std::vector<std::string>{"admin"});
+    // Named by a path that leads through the system folder: still the system's.
+    const auto roundabout = (folders_.user / ".." / "etc" / "dock.conf").string();
+    EXPECT_EQ(parseIn({"--config", roundabout}).userOptionLogins,
+              std::vector<std::string>{"admin"});
+    // The file itself, named where it lies, is not.
+    EXPECT_EQ(refusalIn({"--config", (root_ / "srv" / "dock.conf").string()}).substr(0, 7),
+              "file 5:");
+}
+
 TEST_F(ConfigFolderTest, FilesThatCannotBeUsedAreConfigFileRefusals) {
     write(folders_.system / "stockverify.conf", "db = x.db\ncompany = 1\ngodown = 1\n");
     EXPECT_EQ(refusalIn({"--config", "dock"}),

@@ -46,7 +46,7 @@ Rows everything(const ado::Connection &connection) {
 std::filesystem::path makeDemo(const TempFolder &folder, const std::string &name, int items,
                                std::chrono::sys_days date = DemoOptions{}.date) {
     DatabaseFileOptions options;
-    options.demo = DemoOptions{date, items};
+    options.demo = DemoOptions{date, items, {}};
     const auto path = folder.file(name);
     createDatabaseFile(path, options);
     return path;
@@ -141,7 +141,7 @@ TEST(DatabaseFileTest, AFailedLoadLeavesNoFileAndKeepsTheOldOne) {
     TempFolder folder;
     const auto path = makeDemo(folder, "old.db", 12);
     DatabaseFileOptions tooFew;
-    tooFew.demo = DemoOptions{DemoOptions{}.date, demoFeaturedItems - 1};
+    tooFew.demo = DemoOptions{DemoOptions{}.date, demoFeaturedItems - 1, {}};
     tooFew.replace = true;
     EXPECT_THROW(createDatabaseFile(path, tooFew), vb::Error);
     EXPECT_EQ(text(connect(path), "SELECT count(*) FROM aItem"), "12");
