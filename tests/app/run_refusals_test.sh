@@ -75,14 +75,25 @@ expect 4 "stockverify run: login '$login' maps to user 9, who is not in lousers"
     --db "$work/demo.db" "${base[@]}"
 
 # Allowed by the administrator, --user passes the clerk check and the session
-# goes on to the terminal, which standard input here is not.
+# goes on to the terminal, which standard input here is not. A relative trace
+# lands in the state folder, and shows the login looked up only when it counts.
 printf 'allow-user-option = someone, %s\n' "$login" >"$work/etc/stockverify.conf"
 rc=0
-"$sv" run --db "$work/demo.db" --user 2 "${base[@]}" </dev/null >/dev/null 2>"$work/err.txt" || rc=$?
+"$sv" run --db "$work/demo.db" --user 2 --trace-sql trace.txt "${base[@]}" </dev/null >/dev/null \
+    2>"$work/err.txt" || rc=$?
 if [ "$rc" != 1 ] || grep -q "refused\|maps to" "$work/err.txt"; then
     echo "FAILED: an allowed --user: exit $rc, $(cat "$work/err.txt")"
     failed=1
 fi
+if [ ! -f "$work/state/stockverify/trace.txt" ] || grep -q svUserLogin "$work/state/stockverify/trace.txt"; then
+    echo "FAILED: the trace of an allowed --user is not in the state folder, or looked the login up"
+    failed=1
+fi
+rm "$work/etc/stockverify.conf"
+"$sv" run --db "$work/demo.db" --state "$work/elsewhere" --trace-sql trace.txt "${base[@]}" \
+    </dev/null >/dev/null 2>&1 || true
+grep -q svUserLogin "$work/elsewhere/trace.txt" ||
+    { echo "FAILED: --state does not hold the trace of the login's lookup"; failed=1; }
 
 [ "$failed" = 0 ] && echo "every refusal said why, with its exit code"
 exit "$failed"
