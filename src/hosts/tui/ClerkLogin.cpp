@@ -33,8 +33,8 @@ std::string joined(const std::vector<std::int32_t> &ids) {
 }
 
 bool inUsers(const ado::Connection &connection, std::int32_t userId) {
-    ado::Recordset rs = connection.Execute("select count(*) from lousers where userid = " +
-                                           std::to_string(userId));
+    ado::Recordset rs =
+        connection.Execute("select count(*) from lousers where userid = " + std::to_string(userId));
     return vb::CLng(rs.Fields(0).Value()) > 0;
 }
 
@@ -49,7 +49,8 @@ std::string processLogin() {
     passwd entry{};
     passwd *found = nullptr;
     if (getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr) {
-        refuse("user id " + std::to_string(uid) + " has no login name, so no clerk can be found "
+        refuse("user id " + std::to_string(uid) +
+               " has no login name, so no clerk can be found "
                "for it");
     }
     return found->pw_name;
@@ -58,8 +59,9 @@ std::string processLogin() {
 std::vector<std::int32_t> mappedUsers(const ado::Connection &connection, std::string_view login) {
     // The database compares text without regard to letter case, as SQL Server
     // does; Unix does not, so "Balu" and "balu" are sorted out here.
-    ado::Recordset rs = connection.Execute("select login, UserID from svUserLogin where login = " +
-                                           quoted(login) + " order by UserID");
+    ado::Recordset rs =
+        connection.Execute("select login, UserID from svUserLogin where login = " + quoted(login) +
+                           " order by UserID");
     std::vector<std::int32_t> users;
     for (; !rs.Eof(); rs.MoveNext()) {
         if (vb::CStr(rs.Fields(0).Value()) == login) {
@@ -90,8 +92,7 @@ std::int32_t sessionUser(const SessionConfig &config, const ado::Connection &con
                " in svUserLogin: the administrator keeps one");
     }
     if (!inUsers(connection, users.front())) {
-        refuse(who + " maps to user " + std::to_string(users.front()) +
-               ", who is not in lousers");
+        refuse(who + " maps to user " + std::to_string(users.front()) + ", who is not in lousers");
     }
     return users.front();
 }

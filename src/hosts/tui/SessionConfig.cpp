@@ -52,9 +52,9 @@ vb::Date parseDay(std::string_view text) {
 /// Option names and the config keys they set; all take a value.
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
-        "db",   "connection", "company", "user",      "godown",     "interface",
-        "date", "title",      "home",    "trace-sql", "short-date", "key-strip",
-        "report-printer", "report-folder", "state"};
+        "db",         "connection", "company",        "user",          "godown",
+        "interface",  "date",       "title",          "home",          "trace-sql",
+        "short-date", "key-strip",  "report-printer", "report-folder", "state"};
     return all;
 }
 
@@ -66,8 +66,8 @@ std::string readFile(const std::filesystem::path &path) {
     }
     if (error) {
         refuseFile(vb::err::PathFileAccessError, "Path/File access error: cannot read the config "
-                                                 "file " + path.string() + " (" + error.message() +
-                                                     ")");
+                                                 "file " +
+                                                     path.string() + " (" + error.message() + ")");
     }
     if (type != std::filesystem::file_type::regular) {
         refuseFile(vb::err::PathFileAccessError,
@@ -75,9 +75,9 @@ std::string readFile(const std::filesystem::path &path) {
     }
     std::ifstream in(path, std::ios::binary);
     if (!in) {
-        refuseFile(vb::err::PathFileAccessError, "Path/File access error: cannot read the config file " +
-                                                     path.string() + " (" + std::strerror(errno) +
-                                                     ")");
+        refuseFile(vb::err::PathFileAccessError,
+                   "Path/File access error: cannot read the config file " + path.string() + " (" +
+                       std::strerror(errno) + ")");
     }
     std::ostringstream text;
     text << in.rdbuf();
@@ -113,8 +113,8 @@ bool inFolder(const std::filesystem::path &file, const std::filesystem::path &fo
     }
     std::error_code fileError;
     std::error_code folderError;
-    const auto parent = std::filesystem::weakly_canonical(
-        std::filesystem::absolute(file).parent_path(), fileError);
+    const auto parent =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(file).parent_path(), fileError);
     const auto canonicalFolder = std::filesystem::weakly_canonical(folder, folderError);
     return !fileError && !folderError && parent == canonicalFolder;
 }
@@ -156,7 +156,8 @@ std::vector<std::filesystem::path> configFiles(const std::string &name,
             std::string looked;
             for (const auto &folder : {folders.system, folders.user}) {
                 if (!folder.empty()) {
-                    looked += (looked.empty() ? "" : " nor ") + (folder / (name + ".conf")).string();
+                    looked +=
+                        (looked.empty() ? "" : " nor ") + (folder / (name + ".conf")).string();
                 }
             }
             refuseFile(vb::err::FileNotFound,

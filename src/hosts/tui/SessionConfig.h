@@ -102,8 +102,7 @@ struct SessionConfig {
 /// user for an unknown or malformed option, or a value that is missing (--db
 /// or --connection, --company and --godown are required); ConfigFileError
 /// (53 not found, 75 unreadable, 5 a bad line) for a config file.
-SessionConfig parseRunOptions(std::span<const std::string> args,
-                              const ConfigFolders &folders = {});
+SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders = {});
 
 /// Applies one setting by its config file name ("company", "printer.LPT1").
 /// Raises vb::Error 5 for an unknown name or a malformed value.

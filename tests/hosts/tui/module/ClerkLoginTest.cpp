@@ -21,8 +21,8 @@ protected:
         std::filesystem::create_directories(dir_);
         records::createDatabaseFile(dir_ / "shop.db", {});
         connection_.Open("sqlite:" + (dir_ / "shop.db").string());
-        for (const char *row : {"(1, 1, 'ANITA')", "(1, 2, 'ANITA')", "(2, 1, 'BALU')",
-                                "(3, 1, 'CHANDRA')"}) {
+        for (const char *row :
+             {"(1, 1, 'ANITA')", "(1, 2, 'ANITA')", "(2, 1, 'BALU')", "(3, 1, 'CHANDRA')"}) {
             connection_.Execute(std::string("insert into lousers (userid, GodownID, username) "
                                             "values ") +
                                 row);
