@@ -74,16 +74,23 @@ std::vector<std::int32_t> mappedUsers(const ado::Connection &connection, std::st
 std::int32_t sessionUser(const SessionConfig &config, const ado::Connection &connection,
                          std::string_view login) {
     const std::string who = "login '" + std::string(login) + "'";
+    const std::vector<std::int32_t> users = mappedUsers(connection, login);
     if (config.userId) {
         const auto &allowed = config.userOptionLogins;
-        if (std::find(allowed.begin(), allowed.end(), login) == allowed.end()) {
+        if (std::find(allowed.begin(), allowed.end(), login) != allowed.end()) {
+            return *config.userId;
+        }
+        // Naming the login's own user chooses nothing: command lines written
+        // before the login said who the clerk is keep working for that clerk.
+        const bool ownUser = users.size() == 1 && users.front() == *config.userId &&
+                             inUsers(connection, users.front());
+        if (!ownUser) {
             refuse("--user " + std::to_string(*config.userId) + " is refused: " + who +
                    " is not in allow-user-option of the system config files "
                    "(/etc/stockverify); the clerk is the user the login maps to");
         }
         return *config.userId;
     }
-    const std::vector<std::int32_t> users = mappedUsers(connection, login);
     if (users.empty()) {
         refuse(who + " maps to no user: the administrator adds it to the table svUserLogin");
     }

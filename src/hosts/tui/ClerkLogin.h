@@ -33,9 +33,9 @@ std::string processLogin();
 std::vector<std::int32_t> mappedUsers(const ado::Connection &connection, std::string_view login);
 
 /// The user the session runs as. A user asked for (--user or a `user` line)
-/// counts only when `login` is among the config's allow-user-option;
-/// otherwise the clerk is the one user the login maps to, who must be in
-/// lousers. Raises ClerkRefusal, naming the login, for a login that maps to
+/// counts only when `login` is among the config's allow-user-option, or when
+/// it is the login's own user; otherwise the clerk is the one user the login
+/// maps to, who must be in lousers. Raises ClerkRefusal, naming the login, for a login that maps to
 /// no user, to more than one or to a user who is not in lousers, and for a
 /// user asked for by a login that may not.
 std::int32_t sessionUser(const SessionConfig &config, const ado::Connection &connection,

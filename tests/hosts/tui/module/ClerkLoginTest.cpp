@@ -79,6 +79,14 @@ TEST_F(ClerkLoginTest, UserOptionOnlyForTheLoginsAllowed) {
     EXPECT_EQ(refusal(config, "anita"),
               "70: --user 3 is refused: login 'anita' is not in allow-user-option of the system "
               "config files (/etc/stockverify); the clerk is the user the login maps to");
+    config.userId = 1;
+    EXPECT_EQ(refusal(config, "anita"), "user 1") << "her own user: nothing is chosen";
+    EXPECT_EQ(refusal(config, "shared").substr(0, 19), "70: --user 1 is ref")
+        << "one of two users is a choice";
+    config.userId = 9;
+    EXPECT_EQ(refusal(config, "ghost").substr(0, 19), "70: --user 9 is ref")
+        << "a user who is not in lousers is nobody's own";
+    config.userId = 3;
     config.userOptionLogins = {"root", "anita"};
     EXPECT_EQ(refusal(config, "anita"), "user 3") << "allowed: the asked user, not the mapped one";
     EXPECT_EQ(refusal(config, "nobody").substr(0, 19), "70: --user 3 is ref")
