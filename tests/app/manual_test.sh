@@ -58,6 +58,11 @@ help_codes=$("$exe" run --help | sed -n '/^Exit codes:/,$p' | sed -n 's/^  \([0-
 missing=$(comm -23 <(echo "$help_codes") <(echo "$manual_codes"))
 [ -z "$missing" ] || { echo "FAILED: exit codes of run --help not in the manual: $missing"; failed=1; }
 
+# The manual's title line names the version the program says it is.
+version=$("$exe" --version | sed -n 's/^stockverify //p')
+grep -q "^\.TH STOCKVERIFY 1 .* \"stockverify $version\"" "$manual" ||
+    { echo "FAILED: the manual's .TH line does not name stockverify $version"; failed=1; }
+
 # The manual reads without troff's complaints.
 warnings=$(groff -man -Tutf8 -ww -z "$manual" 2>&1 || true)
 [ -z "$warnings" ] || { echo "FAILED: groff warns: $warnings"; failed=1; }
