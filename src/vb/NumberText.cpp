@@ -155,11 +155,18 @@ double leadingNumber(std::string_view text) {
 
 namespace {
 
+bool isSpaceOrTab(char c) {
+    return c == ' ' || c == '\t';
+}
+
+// A loop of its own: find_first_not_of looks each character up in the set,
+// and lists read this for every row they walk.
 std::string_view trimBlanks(std::string_view s) {
-    std::size_t first = s.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return s.substr(first, s.find_last_not_of(" \t") - first + 1);
+    while (!s.empty() && isSpaceOrTab(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && isSpaceOrTab(s.back()))
+        s.remove_suffix(1);
+    return s;
 }
 
 /// Removes the first character of `s` if it is one of `chars`; gives it, or '\0'.
@@ -203,10 +210,47 @@ bool strictExponent(std::string_view s, DecimalParts &p) {
     return true;
 }
 
+/// Digits with at most one point among them and nothing else but a leading
+/// sign ("1234", "-12.500", ".5"), as lists and grids hold them; nullopt for any other text,
+/// which the full reading takes. Up to 15 digits the digits are exact as a
+/// double and so is a power of ten up to 10^22: the one division then rounds
+/// as the full conversion does, without taking the text apart into strings.
+std::optional<double> plainDecimal(std::string_view s) {
+    constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const bool negative = !s.empty() && s.front() == '-';
+    if (!s.empty() && (s.front() == '-' || s.front() == '+'))
+        s.remove_prefix(1);
+    std::uint64_t digits = 0;
+    int count = 0;
+    int afterPoint = -1;
+    for (char c : s) {
+        if (isDigit(c)) {
+            if (++count > 15)
+                return std::nullopt;
+            digits = digits * 10 + static_cast<std::uint64_t>(c - '0');
+            if (afterPoint >= 0)
+                ++afterPoint;
+        } else if (c == '.' && afterPoint < 0) {
+            afterPoint = 0;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (count == 0)
+        return std::nullopt;
+    const double whole = static_cast<double>(digits);
+    const double value = afterPoint > 0 ? whole / powers[afterPoint] : whole;
+    return negative ? -value : value;
+}
+
 } // namespace
 
 std::optional<double> numberFromText(std::string_view text) {
     std::string_view s = trimBlanks(text);
+    if (std::optional<double> plain = plainDecimal(s))
+        return plain;
     if (!s.empty() && s[0] == '&')
         return strictRadix(s.substr(1));
     DecimalParts p;
