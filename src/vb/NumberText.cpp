@@ -216,32 +216,31 @@ bool strictExponent(std::string_view s, DecimalParts &p) {
 /// double and so is a power of ten up to 10^22: the one division then rounds
 /// as the full conversion does, without taking the text apart into strings.
 std::optional<double> plainDecimal(std::string_view s) {
-    constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    const bool negative = !s.empty() && s.front() == '-';
-    if (!s.empty() && (s.front() == '-' || s.front() == '+'))
-        s.remove_prefix(1);
-    std::uint64_t digits = 0;
-    int count = 0;
-    int afterPoint = -1;
-    for (char c : s) {
-        if (isDigit(c)) {
-            if (++count > 15)
-                return std::nullopt;
-            digits = digits * 10 + static_cast<std::uint64_t>(c - '0');
-            if (afterPoint >= 0)
-                ++afterPoint;
-        } else if (c == '.' && afterPoint < 0) {
-            afterPoint = 0;
-        } else {
-            return std::nullopt;
-        }
+    static constexpr double powers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char *p = s.data();
+    const char *const end = p + s.size();
+    bool negative = false;
+    if (p != end && (*p == '-' || *p == '+')) {
+        negative = *p == '-';
+        ++p;
     }
-    if (count == 0)
+    const char *const first = p;
+    std::uint64_t digits = 0; // wraps past 19 digits, but then it is not used
+    for (unsigned d; p != end && (d = static_cast<unsigned char>(*p) - unsigned{'0'}) <= 9; ++p)
+        digits = digits * 10 + d;
+    std::ptrdiff_t count = p - first;
+    std::ptrdiff_t afterPoint = 0;
+    if (p != end && *p == '.') {
+        const char *const point = ++p;
+        for (unsigned d; p != end && (d = static_cast<unsigned char>(*p) - unsigned{'0'}) <= 9; ++p)
+            digits = digits * 10 + d;
+        afterPoint = p - point;
+        count += afterPoint;
+    }
+    if (p != end || count == 0 || count > 15)
         return std::nullopt;
-    const double whole = static_cast<double>(digits);
-    const double value = afterPoint > 0 ? whole / powers[afterPoint] : whole;
+    const double value = static_cast<double>(digits) / powers[afterPoint];
     return negative ? -value : value;
 }
 
