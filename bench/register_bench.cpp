@@ -3,6 +3,7 @@
 // SQLite's own API and a vector of rows in the same run.
 #include "CitextCollation.h"
 #include "ScratchFolder.h"
+#include "Sides.h"
 
 #include "forms/FlexGrid.h"
 #include "forms/Screen.h"
@@ -19,7 +20,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <ctime>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -30,7 +30,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int entries = 100000;
-constexpr double openTargetNs = 300e6;
+constexpr double openTargetMs = 300;
+// Choosing a column sorts the open register: the clerk waits no longer for it than for the open.
+constexpr double sortTargetMs = 300;
 
 const fs::path &folder() {
     return bench::scratchFolder("registerbench");
@@ -110,15 +112,6 @@ const fs::path &demo() {
     return path;
 }
 
-// The processor time of this thread, in nanoseconds: what a side cost,
-// whatever else the machine was doing meanwhile (the database runs in this
-// thread and its file stays in memory).
-double threadNanoseconds() {
-    timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return static_cast<double>(t.tv_sec) * 1e9 + static_cast<double>(t.tv_nsec);
-}
-
 // The module on the demo in interface 1013, as a host runs it.
 class Session {
 public:
@@ -161,22 +154,16 @@ void checkListed(benchmark::State &state, const Session &s, tqsv2731::frmMaster 
 void BM_RegisterOpen100000Entries(benchmark::State &state) {
     Session s;
     Native native(demo());
-    double floor = 0;
-    int rows = 0;
+    bench::Sides sides;
     for (auto _ : state) {
-        const double t0 = threadNanoseconds();
-        tqsv2731::frmMaster &f = s.open();
-        const double t1 = threadNanoseconds();
-        rows = static_cast<int>(native.list().size());
-        floor += threadNanoseconds() - t1;
-        state.SetIterationTime((t1 - t0) / 1e9);
-        checkListed(state, s, f);
+        tqsv2731::frmMaster *f = nullptr;
+        sides.timeModule([&] { f = &s.open(); });
+        sides.timeFloor([&] { benchmark::DoNotOptimize(native.list().size()); });
+        checkListed(state, s, *f);
     }
-    state.counters["rows"] = rows;
-    state.counters["floor_ns"] = floor / static_cast<double>(state.iterations());
-    state.counters["target_ns"] = openTargetNs;
+    sides.report(state, {openTargetMs, 0});
 }
-BENCHMARK(BM_RegisterOpen100000Entries)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RegisterOpen100000Entries)->Unit(benchmark::kMillisecond);
 
 int compareNoCase(const std::string &a, const std::string &b) {
     const std::size_t n = std::min(a.size(), b.size());
@@ -209,7 +196,7 @@ void BM_RegisterSortByColumn100000Entries(benchmark::State &state) {
         state.SkipWithError("the column box has no \"Verified By\"");
         return;
     }
-    double floor = 0;
+    bench::Sides sides;
     for (auto _ : state) {
         state.PauseTiming();
         f.optAscend.setValue(true);
@@ -219,23 +206,20 @@ void BM_RegisterSortByColumn100000Entries(benchmark::State &state) {
         f.flexMaster.setSort(forms::flexSortGenericAscending);
         auto rows = listed;
         state.ResumeTiming();
-        const double t0 = threadNanoseconds();
-        f.cboColNames.setListIndex(verifiedBy);
-        const double t1 = threadNanoseconds();
-        std::stable_sort(rows.begin(), rows.end(), [](const auto &a, const auto &b) {
-            return compareNoCase(a[3], b[3]) < 0;
+        sides.timeModule([&] { f.cboColNames.setListIndex(verifiedBy); });
+        sides.timeFloor([&] {
+            std::stable_sort(rows.begin(), rows.end(), [](const auto &a, const auto &b) {
+                return compareNoCase(a[3], b[3]) < 0;
+            });
         });
-        floor += threadNanoseconds() - t1;
-        state.SetIterationTime((t1 - t0) / 1e9);
         benchmark::DoNotOptimize(rows.data());
     }
     if (f.flexMaster.TextMatrix(1, 3) != "anita rao") {
         state.SkipWithError("the grid is not sorted by the verifier");
     }
-    state.counters["floor_ns"] = floor / static_cast<double>(state.iterations());
-    state.counters["target_ns"] = openTargetNs;
+    sides.report(state, {sortTargetMs, 0});
 }
-BENCHMARK(BM_RegisterSortByColumn100000Entries)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RegisterSortByColumn100000Entries)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -3,6 +3,7 @@
 // and what a line of that list costs in memory. Each against the same work done directly
 // on plain vectors of strings in the same run.
 #include "ScratchFolder.h"
+#include "Sides.h"
 
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/Terminal.h"
@@ -27,11 +28,11 @@
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <ctime>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -40,7 +41,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr double scanTargetNs = 5e6;     // a scan at 100,000 lines, redraw included
+constexpr double scanTargetMs = 5;       // a scan at 100,000 lines, redraw included
 constexpr double lineTargetBytes = 1024; // one line of the entry's list
 
 const fs::path &folder() {
@@ -179,31 +180,19 @@ private:
     std::vector<Line> lines_;
 };
 
-// The processor time of this thread, in nanoseconds: what a side cost,
-// whatever else the machine was doing meanwhile (the database runs in this
-// thread and reads files that stay in memory, so on a quiet machine it is the
-// wall time too).
-double threadNanoseconds() {
-    timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return static_cast<double>(t.tv_sec) * 1e9 + static_cast<double>(t.tv_nsec);
-}
-
-// Each iteration scans once and times it (the thread's processor time); the row it added is removed
-// untimed, so that every scan meets the same number of lines.
+// Each iteration scans once, timed with its floor; the row it added is
+// removed untimed, so that every scan meets the same number of lines.
 void scanOnce(benchmark::State &state, Session &s, const std::function<void()> &redraw) {
     const int lines = static_cast<int>(state.range(0));
     fill(s.list(), lines);
     PlainList plain(lines);
-    double floor = 0;
+    bench::Sides sides;
     for (auto _ : state) {
-        const double t0 = threadNanoseconds();
-        s.scan();
-        redraw();
-        const double t1 = threadNanoseconds();
-        plain.scan(1);
-        floor += threadNanoseconds() - t1;
-        state.SetIterationTime((t1 - t0) / 1e9);
+        sides.timeModule([&] {
+            s.scan();
+            redraw();
+        });
+        sides.timeFloor([&] { plain.scan(1); });
         forms::ListItemCollection &items = s.list().ListItems();
         if (items.Count() != lines + 1) {
             state.SkipWithError("the scan added no row");
@@ -211,8 +200,7 @@ void scanOnce(benchmark::State &state, Session &s, const std::function<void()> &
         }
         items.Remove(items.Count());
     }
-    state.counters["floor_ns"] = floor / static_cast<double>(state.iterations());
-    state.counters["target_ns"] = scanTargetNs;
+    sides.report(state, {scanTargetMs, 0});
 }
 
 void BM_ScanHeadless(benchmark::State &state) {
@@ -224,11 +212,7 @@ void BM_ScanHeadless(benchmark::State &state) {
         state.SkipWithError(("the module said: " + ui.boxes().front().prompt).c_str());
     }
 }
-BENCHMARK(BM_ScanHeadless)
-    ->Arg(20000)
-    ->Arg(100000)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ScanHeadless)->Arg(20000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // The same scan followed by the terminal host's frame: the register, the
 // entry's list and the detail form drawn on the canvas that the terminal copies.
@@ -243,11 +227,7 @@ void BM_ScanWithRedraw(benchmark::State &state) {
     state.counters["frames_per_scan"] =
         static_cast<double>(terminal.frames) / static_cast<double>(state.iterations());
 }
-BENCHMARK(BM_ScanWithRedraw)
-    ->Arg(20000)
-    ->Arg(100000)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ScanWithRedraw)->Arg(20000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // Heap in use, large blocks (which the allocator maps apart) included.
 std::size_t heapInUse() {
