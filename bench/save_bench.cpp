@@ -188,18 +188,20 @@ void resetPeakMemory() {
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-double peakMemory() {
+// A figure of /proc/self/status in bytes: "VmHWM:" the peak since the last reset,
+// "VmRSS:" what the process holds now.
+double memoryFigure(const std::string &name) {
     std::ifstream status("/proc/self/status");
     std::string key;
     while (status >> key) {
-        if (key == "VmHWM:") {
+        if (key == name) {
             double kib = 0;
             status >> kib;
             return kib * 1024;
         }
         status.ignore(1 << 10, '\n');
     }
-    throw std::runtime_error("no VmHWM in /proc/self/status");
+    throw std::runtime_error("no " + name + " in /proc/self/status");
 }
 
 struct SaveCase {
@@ -229,10 +231,10 @@ void saveVersusPrepared(benchmark::State &state, const SaveCase &c) {
         ++id;
         tqsv2731::frmStockVerification &entry =
             session.openEntry(c.rows, counted, c.confirmed, id);
-        before = std::max(before, peakMemory());
+        before = std::max(before, memoryFigure("VmRSS:"));
         resetPeakMemory();
         sides.timeModule([&] { entry.cmdOK_Click(); });
-        peak = std::max(peak, peakMemory());
+        peak = std::max(peak, memoryFigure("VmHWM:"));
         sides.timeFloor([&] { prepared.save(id, c.rows, counted, id, procedure); });
         if (session.entryOpen()) {
             state.SkipWithError("the save did not end: the entry form is still open");
@@ -240,6 +242,8 @@ void saveVersusPrepared(benchmark::State &state, const SaveCase &c) {
         }
     }
     sides.report(state, c.target);
+    // What the process held as the save began (the list among it), and its peak during the save.
+    state.counters["before_MiB"] = before / (1 << 20);
     state.counters["peak_MiB"] = peak / (1 << 20);
 }
 
