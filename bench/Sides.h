@@ -32,7 +32,7 @@ public:
 
     /// Per iteration: module_ms, floor_ms and ratio in wall time, their
     /// processor times and cpu_ratio; and for the summary time_ns, cpu_ns,
-    /// floor_ns, target_ns and target_ratio.
+    /// floor_ns, floor_cpu_ns, target_ns and target_ratio.
     void report(benchmark::State &state, Target target = {}) const {
         const double n = static_cast<double>(state.iterations());
         if (n == 0) {
@@ -47,6 +47,7 @@ public:
         state.counters["time_ns"] = 1e9 * module_ / n;
         state.counters["cpu_ns"] = 1e9 * moduleCpu_ / n;
         state.counters["floor_ns"] = 1e9 * floor_ / n;
+        state.counters["floor_cpu_ns"] = 1e9 * floorCpu_ / n;
         if (target.ms > 0) {
             state.counters["target_ns"] = 1e6 * target.ms;
         }
