@@ -112,6 +112,27 @@ TEST_F(KeysetCursorTest, TheRowsAreThoseOfTheFirstReadWhateverIsWrittenAfter) {
     EXPECT_EQ(scalar(c, "select count(*) from aItem where ItemId <= 3"), "3");
 }
 
+TEST_F(KeysetCursorTest, CountAndRowsAgreeWhenTheSameTransactionWritesUnderThem) {
+    c.BeginTrans();
+    c.Execute("delete from aItem where ItemId = 1000");
+    ado::Recordset rs;
+    rs.Open("select ItemId from aItem where ItemId > 995 order by ItemId", c, ado::adOpenKeyset,
+            ado::adLockOptimistic);
+    EXPECT_EQ(rs.RecordCount(), 4); // the transaction's own delete counts
+    EXPECT_EQ(id(rs), 996);
+    c.Execute("insert into aItem (ItemId, itemcode) values (2000, 'N')");
+    c.Execute("delete from aItem where ItemId = 998");
+    long rows = 0;
+    std::string seen;
+    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
+        ++rows;
+        seen += std::to_string(id(rs)) + " ";
+    }
+    EXPECT_EQ(seen, "996 997 998 999 ");
+    EXPECT_EQ(rows, rs.RecordCount());
+    c.RollbackTrans();
+}
+
 TEST_F(KeysetCursorTest, MoveLastThenBackwardsAndTheEnds) {
     ado::Recordset rs;
     rs.Open("select ItemId from aItem where ItemId between 5 and 7", c, ado::adOpenKeyset,
