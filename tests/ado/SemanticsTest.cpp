@@ -119,6 +119,9 @@ TEST_F(SemanticsTest, LikeTakesSqlServersPatterns) {
     EXPECT_EQ(ids("'a!_c' escape '!'"), "6");
     EXPECT_EQ(ids("'a_c'"), "6");
     EXPECT_EQ(ids("'%'"), "1,2,4,5,6"); // null matches nothing
+    EXPECT_EQ(ids("'%LAN'"), "5");
+    // A pattern that changes from row to row is taken apart for each row.
+    EXPECT_EQ(ids("replace(itemcode, '[', '[[]')"), "1,2,4,5,6");
 }
 
 TEST_F(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {

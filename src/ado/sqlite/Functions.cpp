@@ -435,17 +435,16 @@ std::vector<LikePiece> likePieces(std::string_view pattern, std::optional<char32
     return pieces;
 }
 
-bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
-    std::vector<char32_t> chars;
-    for (std::size_t i = 0; i < text.size();)
-        chars.push_back(nextFolded(text, i));
-    // The usual walk with one point to go back to: the last % and where it stood.
+// The usual walk with one point to go back to: the last % and where it
+// stood. `at(t)` is the t-th character of the text, folded.
+template <class CharAt>
+bool likeWalk(const std::vector<LikePiece> &pieces, std::size_t size, CharAt at) {
     std::size_t p = 0, t = 0, runAt = pieces.size(), runText = 0;
-    while (t < chars.size()) {
+    while (t < size) {
         if (p < pieces.size() && pieces[p].kind == LikePiece::Run) {
             runAt = p++;
             runText = t;
-        } else if (p < pieces.size() && pieces[p].matches(chars[t])) {
+        } else if (p < pieces.size() && pieces[p].matches(at(t))) {
             ++p;
             ++t;
         } else if (runAt != pieces.size()) {
@@ -460,22 +459,64 @@ bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
     return p == pieces.size();
 }
 
-// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern".
+bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
+    // Text of ASCII alone (most item names) is tested byte by byte, folded
+    // on the way; other text is folded character by character first.
+    if (std::all_of(text.begin(), text.end(),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return likeWalk(pieces, text.size(), [&](std::size_t t) -> char32_t {
+            char c = text[t];
+            return c >= 'A' && c <= 'Z' ? static_cast<char32_t>(c + 0x20)
+                                        : static_cast<char32_t>(c);
+        });
+    thread_local std::vector<char32_t> chars; // one buffer for every row a statement tests
+    chars.clear();
+    for (std::size_t i = 0; i < text.size();)
+        chars.push_back(nextFolded(text, i));
+    return likeWalk(pieces, chars.size(), [&](std::size_t t) { return chars[t]; });
+}
+
+std::string_view textView(sqlite3_value *v) {
+    const auto *p = sqlite3_value_text(v);
+    return p ? std::string_view(reinterpret_cast<const char *>(p),
+                                static_cast<std::size_t>(sqlite3_value_bytes(v)))
+             : std::string_view();
+}
+
+// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern". A
+// pattern that stays the same from row to row (a literal) is taken apart
+// once for the statement: a search over every item of a godown tests it on
+// each of them.
 void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
     if (anyNull(argc, argv))
         return sqlite3_result_null(ctx);
     guarded(ctx, [&] {
-        std::optional<char32_t> escape;
-        if (argc == 3) {
-            std::string e = textOf(argv[2]);
-            std::size_t i = 0;
-            if (e.empty())
-                throw vb::Error(0, "",
-                                "The invalid escape character \"\" was specified in a "
-                                "LIKE predicate.");
-            escape = nextFolded(e, i);
+        auto *kept = static_cast<std::vector<LikePiece> *>(sqlite3_get_auxdata(ctx, 0));
+        if (!kept) {
+            std::optional<char32_t> escape;
+            if (argc == 3) {
+                std::string e = textOf(argv[2]);
+                std::size_t i = 0;
+                if (e.empty())
+                    throw vb::Error(0, "",
+                                    "The invalid escape character \"\" was specified in a "
+                                    "LIKE predicate.");
+                escape = nextFolded(e, i);
+            }
+            auto pieces = std::make_unique<std::vector<LikePiece>>(
+                likePieces(textOf(argv[0]), escape));
+            sqlite3_set_auxdata(ctx, 0, pieces.release(), [](void *p) {
+                delete static_cast<std::vector<LikePiece> *>(p);
+            });
+            // SQLite may drop it at once (a pattern that changes): then ask again.
+            kept = static_cast<std::vector<LikePiece> *>(sqlite3_get_auxdata(ctx, 0));
+            if (!kept) {
+                sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape),
+                                                    textView(argv[1])));
+                return;
+            }
         }
-        sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));
+        sqlite3_result_int(ctx, likeMatches(*kept, textView(argv[1])));
     });
 }
 
