@@ -215,8 +215,8 @@ TEST_F(PostgreSQLProviderTest, AddNewAndUpdateFindTheRowByItsKey) {
     detail.Fields("svdAvailStock") = vb::Variant("2.5");
     detail.Update();
     detail.Close();
-    EXPECT_EQ(first("select svdAvailStock from loiStockVerificationDetail where svdid = 9"),
-              "2.500");
+    EXPECT_EQ(first("select svdAvailStock * 2 from loiStockVerificationDetail where svdid = 9"),
+              "5");
 }
 
 TEST_F(PostgreSQLProviderTest, AFailedStatementLeavesTheTransactionOpen) {

@@ -10,11 +10,15 @@ namespace {
 // connection in its own temporary schema: nothing is left in the database,
 // and a database without the module's schema still runs the module's text.
 constexpr const char *helperFunctions = R"(
-create function pg_temp.sv_len(x anyelement) returns integer language sql immutable
+create function pg_temp.sv_len(x text) returns integer language sql immutable
+    as $$ select length(rtrim(x, ' ')) $$;
+create function pg_temp.sv_len(x anynonarray) returns integer language sql immutable
     as $$ select length(rtrim(x::text, ' ')) $$;
-create function pg_temp.sv_isnumeric(x anyelement) returns integer language sql immutable
-    as $$ select case when x::text ~ '^\s*[-+]?\s*[$£€¥]?\s*[-+]?(\d[\d,]*\.?\d*|\.\d+)([eEdD][-+]?\d+)?\s*$'
+create function pg_temp.sv_isnumeric(x text) returns integer language sql immutable
+    as $$ select case when x ~ '^\s*[-+]?\s*[$£€¥]?\s*[-+]?(\d[\d,]*\.?\d*|\.\d+)([eEdD][-+]?\d+)?\s*$'
                       then 1 else 0 end $$;
+create function pg_temp.sv_isnumeric(x anynonarray) returns integer language sql immutable
+    as $$ select pg_temp.sv_isnumeric(x::text) $$;
 create function pg_temp.sv_getdate() returns timestamp(3) language sql stable
     as $$ select localtimestamp(3) $$;
 )";

@@ -153,7 +153,7 @@ vb::Error connectionError(const PGconn *conn) {
     if (message.find("password authentication failed") != std::string::npos ||
         message.find("no password supplied") != std::string::npos)
         return make(loginFailed, "Login failed. (" + message + ")");
-    if (conn && PQstatus(conn) == CONNECTION_BAD && PQsocket(conn) < 0 &&
+    if (message.find("database \"") != std::string::npos &&
         message.find("does not exist") != std::string::npos)
         return make(errnum::Unspecified,
                     "Cannot open database requested by the login. The login failed. (" + message +
