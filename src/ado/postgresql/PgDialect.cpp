@@ -16,10 +16,12 @@ std::string serverName(std::string_view name) {
 
 std::string PgDialect::function(std::string_view name) const {
     static const std::map<std::string, std::string, std::less<>> renamed = {
-        {"isnull", "coalesce"},
-        {"len", "pg_temp.sv_len"},
-        {"isnumeric", "pg_temp.sv_isnumeric"},
-        {"getdate", "pg_temp.sv_getdate"}};
+        {"isnull", "pg_temp.sv_isnull"},   {"len", "pg_temp.sv_len"},
+        {"isnumeric", "pg_temp.sv_isnumeric"}, {"getdate", "pg_temp.sv_getdate"},
+        {"left", "pg_temp.sv_left"},       {"right", "pg_temp.sv_right"},
+        {"substring", "pg_temp.sv_substring"}, {"upper", "pg_temp.sv_upper"},
+        {"lower", "pg_temp.sv_lower"},     {"ltrim", "pg_temp.sv_ltrim"},
+        {"rtrim", "pg_temp.sv_rtrim"},     {"replace", "pg_temp.sv_replace"}};
     auto it = renamed.find(name);
     return it == renamed.end() ? "" : it->second;
 }
@@ -35,7 +37,8 @@ std::string PgDialect::convert(std::string_view type, std::string_view value) co
                ")) AS citext)";
     }
     case sql::ColumnKind::Integer:
-        return "CAST(" + v + " AS " + (t.name == "bigint" ? "bigint" : "integer") + ")";
+        // SQL Server cuts the fraction off where the server would round it.
+        return t.name == "bigint" ? "CAST(trunc(" + v + ") AS bigint)" : "pg_temp.sv_int(" + v + ")";
     case sql::ColumnKind::Bit:
         return "CAST(" + v + " AS boolean)";
     case sql::ColumnKind::Decimal:
