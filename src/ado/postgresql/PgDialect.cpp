@@ -74,6 +74,33 @@ void PgDialect::checkLiteral(const std::string &, const sql::ColumnType &) const
     // Server's number and text (PgErrorMapping.h).
 }
 
+// The server's LIKE knows no bracket sets ([a-c], [^x], [[]); SIMILAR TO
+// knows them and reads % and _ as LIKE does, so a pattern with a bracket
+// goes there with SIMILAR TO's other signs (| * + ? ( ) { } and the
+// backslash) escaped. On a citext column it ignores letter case as LIKE does.
+std::optional<std::pair<std::string, std::string>> PgDialect::like(
+    const std::string &pattern) const {
+    if (pattern.find('[') == std::string::npos)
+        return std::nullopt;
+    std::string out = "'";
+    bool inSet = false;
+    for (char c : pattern) {
+        // A [ inside a set is the character itself ('[[]' finds a '['), which
+        // the server's expressions want escaped.
+        if (std::string_view("|*+?(){}\\").find(c) != std::string_view::npos ||
+            (inSet && c == '['))
+            out += '\\';
+        else if (c == '[')
+            inSet = true;
+        else if (c == ']')
+            inSet = false;
+        out += c;
+        if (c == '\'')
+            out += '\'';
+    }
+    return std::pair{std::string("SIMILAR TO"), out + "'"};
+}
+
 std::string PgDialect::unnamedAlias() const {
     return " AS \"" + std::string(unnamedColumn) + "\"";
 }
