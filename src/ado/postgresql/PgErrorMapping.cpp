@@ -106,6 +106,9 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         return make(errnum::Statement, "Divide by zero error encountered.");
     if (state == "22P02") {
         std::string type = sqlServerType(message);
+        // SQL Server words the refusal of text by numeric and float its own way.
+        if (type == "numeric" || type == "float" || type == "real" || type == "money")
+            return make(errnum::Conversion, "Error converting data type varchar to " + type + ".");
         if (!type.empty())
             return make(errnum::Conversion, "Conversion failed when converting the varchar value '" +
                                                 refusedValue(message) + "' to data type " + type +
