@@ -48,6 +48,10 @@ create or replace function sv_concat_step(a text, b text) returns text
     language sql as $f$ select case when a is null then b when b is null then a
                                     else a || ',' || b end $f$;
 create or replace aggregate group_concat(text) (sfunc = sv_concat_step, stype = text);
+create or replace function sv_concat_step(a text, b text, sep text) returns text
+    language sql as $f$ select case when a is null then b when b is null then a
+                                    else a || sep || b end $f$;
+create or replace aggregate group_concat(text, text) (sfunc = sv_concat_step, stype = text);
 )";
 
 /// Runs native statements on the cluster, outside the module's provider;

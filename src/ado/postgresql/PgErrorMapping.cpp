@@ -85,6 +85,14 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
     if (state == "42883") {
         auto name = message.substr(message.find(' ') + 1);
         name = name.substr(0, name.find('('));
+        auto bare = name.substr(name.rfind('.') == std::string::npos ? 0 : name.rfind('.') + 1);
+        bool onText = message.find("(citext)") != std::string::npos ||
+                      message.find("(text)") != std::string::npos ||
+                      message.find("(character varying)") != std::string::npos;
+        if ((bare == "sum" || bare == "sv_avg") && onText)
+            return make(errnum::Statement, "Operand data type varchar is invalid for " +
+                                               std::string(bare == "sum" ? "sum" : "avg") +
+                                               " operator.");
         return make(errnum::Statement, "'" + name + "' is not a recognized built-in function name.");
     }
     if (state == "42601")
