@@ -149,6 +149,11 @@ void PgConnection::commit() {
 void PgConnection::rollback() {
     inTransaction_ = false;
     timeout_ = -1;
+    // A connection that is gone took its transaction with it: the server
+    // rolled it back, which is what was asked, and the module's error path
+    // goes on to report the error that broke the connection.
+    if (PQstatus(conn_) == CONNECTION_BAD)
+        return;
     exec("rollback", "RollbackTrans");
 }
 
