@@ -8,10 +8,15 @@
 
 #include <filesystem>
 #include <optional>
+#include <ostream>
 
 namespace adotest {
 
 enum class Engine { SQLite, PostgreSQL };
+
+inline void PrintTo(Engine engine, std::ostream *out) {
+    *out << (engine == Engine::PostgreSQL ? "PostgreSQL" : "SQLite");
+}
 
 /// Opens `c` on the shared test tables of the engine the test runs for. On
 /// the server the tests are named PostgreSQL/..., so that ctest starts the
