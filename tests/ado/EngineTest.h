@@ -45,8 +45,8 @@ protected:
 } // namespace adotest
 
 /// Runs the TEST_P tests of `suite` on both engines.
-#define RUN_ON_BOTH_ENGINES(suite)                                                                \
+#define RUN_ON_BOTH_ENGINES(suite)                                                                 \
     INSTANTIATE_TEST_SUITE_P(SQLite, suite, ::testing::Values(adotest::Engine::SQLite),            \
-                             [](const auto &) { return std::string("db"); });             \
-    INSTANTIATE_TEST_SUITE_P(PostgreSQL, suite, ::testing::Values(adotest::Engine::PostgreSQL),        \
+                             [](const auto &) { return std::string("db"); });                      \
+    INSTANTIATE_TEST_SUITE_P(PostgreSQL, suite, ::testing::Values(adotest::Engine::PostgreSQL),    \
                              [](const auto &) { return std::string("db"); })

@@ -190,10 +190,10 @@ PgResult PgConnection::send(const std::string *prepared, std::string_view sql,
         return pipelined(prepared, sql, params, shown);
     Params p(params);
     int n = static_cast<int>(params.size());
-    PgResult r(prepared ? PQexecPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr,
-                                         nullptr, 0)
-                        : PQexecParams(conn_, std::string(sql).c_str(), n, nullptr,
-                                       p.values.data(), nullptr, nullptr, 0));
+    PgResult r(
+        prepared ? PQexecPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr, nullptr, 0)
+                 : PQexecParams(conn_, std::string(sql).c_str(), n, nullptr, p.values.data(),
+                                nullptr, nullptr, 0));
     auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
         fail(r.get(), shown);
