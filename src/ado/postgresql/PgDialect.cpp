@@ -123,6 +123,11 @@ PgDialect::like(const std::string &pattern) const {
     return std::pair{std::string("SIMILAR TO"), out + "'"};
 }
 
+// The server refuses a divisor of zero and text too long for its column itself.
+bool PgDialect::guardsValues() const {
+    return false;
+}
+
 std::string PgDialect::unnamedAlias() const {
     return " AS \"" + std::string(unnamedColumn) + "\"";
 }

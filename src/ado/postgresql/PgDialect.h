@@ -31,6 +31,7 @@ public:
     void checkLiteral(const std::string &text, const sql::ColumnType &type) const override;
     std::optional<std::pair<std::string, std::string>>
     like(const std::string &pattern) const override;
+    bool guardsValues() const override;
     std::string unnamedAlias() const override;
     std::string rowIdentity(std::string_view table, std::string_view alias,
                             const sql::Catalog &catalog) const override;

@@ -41,6 +41,11 @@ public:
     /// engine, or nothing to keep both as written.
     virtual std::optional<std::pair<std::string, std::string>>
     like(const std::string &pattern) const = 0;
+    /// True where the engine would not refuse by itself what SQL Server
+    /// refuses in arithmetic and writes (a divisor of zero, text in a sum,
+    /// text too long for its column): the translator then spells the
+    /// engine's guarding functions (sv_divide, sv_modulo, sv_fit, sv_convert).
+    virtual bool guardsValues() const = 0;
     /// What follows an expression of a select list that has no name.
     virtual std::string unnamedAlias() const = 0;
     /// The expression that identifies a row of `table` (written `alias` in
@@ -74,5 +79,11 @@ struct Translation {
 /// conversion error. docs/sql-dialect.md lists every rule.
 Translation translate(std::string_view text, const Catalog &catalog, const Dialect &dialect,
                       TranslateOptions options = {});
+
+/// Native text of the engine (a stored procedure's body) with what SQL Server
+/// would refuse refused as it refuses it, where the dialect guards values:
+/// divisions by zero, and text written into a varchar column too short for it.
+std::string guardNative(std::string_view nativeText, const Catalog &catalog,
+                        const Dialect &dialect);
 
 } // namespace ado::sql

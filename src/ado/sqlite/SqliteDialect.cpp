@@ -53,6 +53,11 @@ std::optional<std::pair<std::string, std::string>> SqliteDialect::like(const std
     return std::nullopt;
 }
 
+// SQLite gives null for a divisor of zero and keeps text of any length.
+bool SqliteDialect::guardsValues() const {
+    return true;
+}
+
 std::string SqliteDialect::unnamedAlias() const {
     return " AS \"\"";
 }
@@ -60,6 +65,11 @@ std::string SqliteDialect::unnamedAlias() const {
 std::string SqliteDialect::rowIdentity(std::string_view, std::string_view alias,
                                        const sql::Catalog &) const {
     return std::string(alias) + ".rowid";
+}
+
+std::string guardNative(std::string_view nativeText, const sql::Catalog &catalog) {
+    static const SqliteDialect dialect;
+    return sql::guardNative(nativeText, catalog, dialect);
 }
 
 sql::Translation translate(std::string_view text, const sql::Catalog &catalog,

@@ -19,10 +19,14 @@ public:
     void checkLiteral(const std::string &text, const sql::ColumnType &type) const override;
     std::optional<std::pair<std::string, std::string>>
     like(const std::string &pattern) const override;
+    bool guardsValues() const override;
     std::string unnamedAlias() const override;
     std::string rowIdentity(std::string_view table, std::string_view alias,
                             const sql::Catalog &catalog) const override;
 };
+
+/// A stored procedure's body with SQL Server's refusals guarded (sql::guardNative).
+std::string guardNative(std::string_view nativeText, const sql::Catalog &catalog);
 
 /// Translates the module's text for SQLite.
 sql::Translation translate(std::string_view text, const sql::Catalog &catalog,
