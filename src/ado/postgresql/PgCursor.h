@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,10 @@ public:
     bool rowsIdentified() const override { return identified_; }
     bool next(Row &row) override;
     void restart() override;
+    /// The rows are all here: what is left is counted without reading it.
+    std::optional<long> remaining() override {
+        return result_ ? PQntuples(result_.get()) - next_ : 0;
+    }
 
 private:
     PgResult result_;
