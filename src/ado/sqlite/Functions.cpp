@@ -1,7 +1,7 @@
 #include "ado/sqlite/Functions.h"
 
-#include "ado/sqlite/ColumnType.h"
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/ColumnType.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ValueConversion.h"
@@ -24,6 +24,8 @@
 #include <vector>
 
 namespace ado::sqlite {
+
+using sql::canonicalDate;
 
 namespace {
 

@@ -1,11 +1,13 @@
 #include "ado/sqlite/SqliteCursor.h"
 
-#include "ado/sqlite/Catalog.h"
+#include "ado/sql/Catalog.h"
 #include "ado/sqlite/Database.h"
 
 #include <cctype>
 
 namespace ado::sqlite {
+
+using sql::lowerCase;
 
 SqliteCursor::SqliteCursor(NativeStatement statement, const Translation &translation,
                            int timeoutSeconds)

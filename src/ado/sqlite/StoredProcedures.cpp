@@ -1,16 +1,18 @@
 #include "ado/sqlite/StoredProcedures.h"
 
-#include "ado/sqlite/Catalog.h"
-#include "ado/sqlite/ColumnType.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sql/ColumnType.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/NativeStatement.h"
-#include "ado/sqlite/Translator.h"
+#include "ado/sqlite/SqliteDialect.h"
 #include "ado/sqlite/ValueConversion.h"
 
 #include <sqlite3.h>
 
 namespace ado::sqlite {
+
+using sql::lowerCase;
 
 namespace {
 
@@ -128,7 +130,7 @@ std::vector<ParameterInfo> describeProcedure(Database &db, std::string_view name
     return out;
 }
 
-long runProcedureBody(Database &db, const Catalog &catalog, std::string_view name,
+long runProcedureBody(Database &db, const sql::Catalog &catalog, std::string_view name,
                       const std::vector<vb::Variant> &arguments, StatementLog &log) {
     Definition d = lookup(db, name);
     d.body = guardNative(d.body, catalog);
