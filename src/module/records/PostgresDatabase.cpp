@@ -92,6 +92,36 @@ std::optional<std::string> PostgresDatabase::value(std::string_view sql,
     return std::string(PQgetvalue(result.get(), 0, 0));
 }
 
+std::vector<std::vector<PostgresValue>> PostgresDatabase::rows(std::string_view sql) {
+    const std::string text(sql);
+    Result result = checked(PQexec(connection_, text.c_str()), connection_, sql);
+    std::vector<std::vector<PostgresValue>> rows(static_cast<std::size_t>(PQntuples(result.get())));
+    const int fields = PQnfields(result.get());
+    for (int r = 0; r < static_cast<int>(rows.size()); ++r)
+        for (int f = 0; f < fields; ++f)
+            rows[static_cast<std::size_t>(r)].push_back(
+                PQgetisnull(result.get(), r, f)
+                    ? PostgresValue()
+                    : PostgresValue(std::string(PQgetvalue(result.get(), r, f))));
+    return rows;
+}
+
+std::string PostgresDatabase::uriWithDatabase(std::string_view uri, std::string_view database) {
+    const auto scheme = uri.find("://");
+    if (scheme == std::string_view::npos)
+        throw vb::Error(vb::err::InvalidProcedureCall, "records",
+                        "Not a postgresql:// URI: " + std::string(uri));
+    const auto query = uri.find('?', scheme + 3);
+    const auto hostEnd = uri.substr(0, query).find('/', scheme + 3);
+    const auto pathStart = hostEnd == std::string_view::npos ? uri.substr(0, query).size() : hostEnd;
+    std::string result(uri.substr(0, pathStart));
+    result += "/";
+    result += database;
+    if (query != std::string_view::npos)
+        result += uri.substr(query);
+    return result;
+}
+
 void PostgresDatabase::prepare(const std::string &name, std::string_view sql) {
     const std::string text(sql);
     checked(PQprepare(connection_, name.c_str(), text.c_str(), 0, nullptr), connection_, sql);

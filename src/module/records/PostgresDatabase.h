@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct pg_conn;
 
@@ -29,10 +30,15 @@ public:
     /// The first column of the first row of a query, as text; nothing for null or no row.
     std::optional<std::string> value(std::string_view sql,
                                      std::span<const PostgresValue> parameters = {});
+    /// Every row of a query, each value as text or null.
+    std::vector<std::vector<PostgresValue>> rows(std::string_view sql);
     /// Prepares a statement with $1, $2... under a name of this connection.
     void prepare(const std::string &name, std::string_view sql);
     /// Runs a statement prepared under `name`.
     void runPrepared(const std::string &name, std::span<const PostgresValue> parameters);
+
+    /// The database's name in `uri` (a postgresql:// URI) replaced by `database`.
+    static std::string uriWithDatabase(std::string_view uri, std::string_view database);
 
 private:
     pg_conn *connection_ = nullptr;
