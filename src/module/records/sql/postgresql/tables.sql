@@ -1,58 +1,60 @@
 -- Tables of the inventory database that the stock verification module reads and writes, on a
 -- PostgreSQL server. Text columns are CITEXT, so that they compare ignoring letter case as SQL
--- Server's do; each keeps the width of SQL Server's varchar through sv_fits, which refuses
--- longer text with SQL Server's message. Dates are TIMESTAMP(3) (SQL Server's datetime keeps
--- milliseconds); flags are SMALLINT, since the module compares them with 0 and 1. Column order
--- matters where the module writes by position (the ledgers).
+-- Server's do; each keeps the width of SQL Server's varchar through a check named
+-- COLUMN_length, which the data layer reads as the width and whose refusal it reports as SQL
+-- Server's truncation (blanks past the width at the end are let through, as SQL Server drops
+-- them). Dates are TIMESTAMP(3) (SQL Server's datetime keeps milliseconds); flags that SQL
+-- Server keeps as bit are the domain sv_bit. The data layer changes a row it has read through
+-- the table's one-column integer key, so the tables whose rows the module changes that way
+-- carry one besides their own key. Column order matters where the module writes by position
+-- (the ledgers).
 
 CREATE EXTENSION IF NOT EXISTS citext;
 
--- Text longer than its column is refused as SQL Server refuses it, with the SQLSTATE of
--- PostgreSQL's own varchar overflow; blanks past the width at the end are let through, as
--- SQL Server drops them.
-CREATE FUNCTION sv_fits(value citext, width integer) RETURNS boolean
-LANGUAGE plpgsql IMMUTABLE AS $$
-BEGIN
-    IF length(rtrim(value::text, ' ')) > width THEN
-        RAISE EXCEPTION 'String or binary data would be truncated.' USING ERRCODE = '22001';
-    END IF;
-    RETURN true;
-END
-$$;
+CREATE DOMAIN sv_bit AS SMALLINT CHECK (VALUE IN (0, 1));
 
 -- Company and organisation ------------------------------------------------------------------
 
 CREATE TABLE aCurrencyMaster (
     CurrencyID INT NOT NULL PRIMARY KEY,
-    CurrencyCode CITEXT NOT NULL CHECK (sv_fits(CurrencyCode, 10)),
-    CurrencyName CITEXT NOT NULL CHECK (sv_fits(CurrencyName, 50)),
+    CurrencyCode CITEXT NOT NULL
+        CONSTRAINT currencycode_length CHECK (length(rtrim(CurrencyCode, ' ')) <= 10),
+    CurrencyName CITEXT NOT NULL
+        CONSTRAINT currencyname_length CHECK (length(rtrim(CurrencyName, ' ')) <= 50),
     Decimals SMALLINT NOT NULL DEFAULT 2
 );
 
 CREATE TABLE aCompanyMaster (
     CompanyID INT NOT NULL PRIMARY KEY,
-    name CITEXT NOT NULL CHECK (sv_fits(name, 100)),
-    Address1 CITEXT CHECK (sv_fits(Address1, 100)),
-    Address2 CITEXT CHECK (sv_fits(Address2, 100)),
-    Address3 CITEXT CHECK (sv_fits(Address3, 100)),
+    name CITEXT NOT NULL
+        CONSTRAINT name_length CHECK (length(rtrim(name, ' ')) <= 100),
+    Address1 CITEXT
+        CONSTRAINT address1_length CHECK (length(rtrim(Address1, ' ')) <= 100),
+    Address2 CITEXT
+        CONSTRAINT address2_length CHECK (length(rtrim(Address2, ' ')) <= 100),
+    Address3 CITEXT
+        CONSTRAINT address3_length CHECK (length(rtrim(Address3, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
 
 CREATE TABLE aDepartmentMaster (
     DepartmentID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    Departmentname CITEXT NOT NULL CHECK (sv_fits(Departmentname, 100)),
+    Departmentname CITEXT NOT NULL
+        CONSTRAINT departmentname_length CHECK (length(rtrim(Departmentname, ' ')) <= 100),
     depcurrencyid INT NOT NULL
 );
 
 CREATE TABLE acountrymaster (
     countryid INT NOT NULL PRIMARY KEY,
-    CountryName CITEXT NOT NULL CHECK (sv_fits(CountryName, 50))
+    CountryName CITEXT NOT NULL
+        CONSTRAINT countryname_length CHECK (length(rtrim(CountryName, ' ')) <= 50)
 );
 
 CREATE TABLE acity (
     cityid INT NOT NULL PRIMARY KEY,
-    CityName CITEXT NOT NULL CHECK (sv_fits(CityName, 50)),
+    CityName CITEXT NOT NULL
+        CONSTRAINT cityname_length CHECK (length(rtrim(CityName, ' ')) <= 50),
     countryid INT NOT NULL
 );
 
@@ -60,10 +62,14 @@ CREATE TABLE aGodown (
     GodownID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
     DepartmentId INT NOT NULL,
-    GodownName CITEXT NOT NULL CHECK (sv_fits(GodownName, 100)),
-    Address CITEXT CHECK (sv_fits(Address, 250)),
-    GodownTelephoneNo CITEXT CHECK (sv_fits(GodownTelephoneNo, 30)),
-    GodownFaxNo CITEXT CHECK (sv_fits(GodownFaxNo, 30)),
+    GodownName CITEXT NOT NULL
+        CONSTRAINT godownname_length CHECK (length(rtrim(GodownName, ' ')) <= 100),
+    Address CITEXT
+        CONSTRAINT address_length CHECK (length(rtrim(Address, ' ')) <= 250),
+    GodownTelephoneNo CITEXT
+        CONSTRAINT godowntelephoneno_length CHECK (length(rtrim(GodownTelephoneNo, ' ')) <= 30),
+    GodownFaxNo CITEXT
+        CONSTRAINT godownfaxno_length CHECK (length(rtrim(GodownFaxNo, ' ')) <= 30),
     countryid INT,
     cityid INT
 );
@@ -72,13 +78,15 @@ CREATE TABLE aGodown (
 CREATE TABLE aShop (
     ShopId INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    ShopName CITEXT NOT NULL CHECK (sv_fits(ShopName, 100))
+    ShopName CITEXT NOT NULL
+        CONSTRAINT shopname_length CHECK (length(rtrim(ShopName, ' ')) <= 100)
 );
 
 -- Bins within a godown. A location belongs to one godown: every join gives both columns.
 CREATE TABLE loiLocation (
     lLocationId INT NOT NULL,
-    lLocationName CITEXT NOT NULL CHECK (sv_fits(lLocationName, 50)),
+    lLocationName CITEXT NOT NULL
+        CONSTRAINT llocationname_length CHECK (length(rtrim(lLocationName, ' ')) <= 50),
     lGodownId INT NOT NULL,
     PRIMARY KEY (lGodownId, lLocationId)
 );
@@ -88,7 +96,7 @@ CREATE TABLE aFinancialYear (
     CompanyID INT NOT NULL,
     FromDate TIMESTAMP(3) NOT NULL,
     ToDate TIMESTAMP(3) NOT NULL,
-    CurFinancialYear SMALLINT NOT NULL DEFAULT 0
+    CurFinancialYear sv_bit NOT NULL DEFAULT 0
 );
 
 -- Document number prefix per interface, financial year and godown.
@@ -96,7 +104,8 @@ CREATE TABLE aPrefix (
     InterfaceID INT NOT NULL,
     FinancialId INT NOT NULL,
     godownid INT NOT NULL,
-    Prefix CITEXT CHECK (sv_fits(Prefix, 10)),
+    Prefix CITEXT
+        CONSTRAINT prefix_length CHECK (length(rtrim(Prefix, ' ')) <= 10),
     PRIMARY KEY (InterfaceID, FinancialId, godownid)
 );
 
@@ -115,9 +124,11 @@ CREATE TABLE aGodownClosing (
 CREATE TABLE lousers (
     userid INT NOT NULL,
     GodownID INT NOT NULL,
-    username CITEXT NOT NULL CHECK (sv_fits(username, 50)),
-    Designation CITEXT CHECK (sv_fits(Designation, 50)),
-    Active SMALLINT NOT NULL DEFAULT 1,
+    username CITEXT NOT NULL
+        CONSTRAINT username_length CHECK (length(rtrim(username, ' ')) <= 50),
+    Designation CITEXT
+        CONSTRAINT designation_length CHECK (length(rtrim(Designation, ' ')) <= 50),
+    Active sv_bit NOT NULL DEFAULT 1,
     PRIMARY KEY (userid, GodownID)
 );
 
@@ -126,29 +137,32 @@ CREATE TABLE louserrights (
     userid INT NOT NULL,
     interfaceid INT NOT NULL,
     companyid INT NOT NULL,
-    functionrights CITEXT CHECK (sv_fits(functionrights, 20)),
+    functionrights CITEXT
+        CONSTRAINT functionrights_length CHECK (length(rtrim(functionrights, ' ')) <= 20),
     PRIMARY KEY (userid, interfaceid, companyid)
 );
 
 CREATE TABLE LOiSettings (
     GodownID INT NOT NULL PRIMARY KEY,
     sNoBackDays SMALLINT NOT NULL DEFAULT 0,
-    defaultfetch CITEXT CHECK (sv_fits(defaultfetch, 30))
+    defaultfetch CITEXT
+        CONSTRAINT defaultfetch_length CHECK (length(rtrim(defaultfetch, ' ')) <= 30)
 );
 
 CREATE TABLE aPackageSettings (
     CompanyID INT NOT NULL PRIMARY KEY,
     InventoryID INT,
     stocktransfercontrolacc INT,
-    IntegerQuantity SMALLINT NOT NULL DEFAULT 0,
-    Alias SMALLINT NOT NULL DEFAULT 0,
-    AllowItemCodeDuplication SMALLINT NOT NULL DEFAULT 0
+    IntegerQuantity sv_bit NOT NULL DEFAULT 0,
+    Alias sv_bit NOT NULL DEFAULT 0,
+    AllowItemCodeDuplication sv_bit NOT NULL DEFAULT 0
 );
 
 CREATE TABLE aAlias (
     AliasId INT NOT NULL,
     CompanyId INT NOT NULL,
-    Alias CITEXT CHECK (sv_fits(Alias, 50)),
+    Alias CITEXT
+        CONSTRAINT alias_length CHECK (length(rtrim(Alias, ' ')) <= 50),
     PRIMARY KEY (CompanyId, AliasId)
 );
 
@@ -160,9 +174,12 @@ CREATE TABLE aSettings (
 -- Column layouts of list views, by transaction, list and module.
 CREATE TABLE alistviewheader (
     lvwid INT NOT NULL PRIMARY KEY,
-    lvwtransname CITEXT NOT NULL CHECK (sv_fits(lvwtransname, 50)),
-    lvwname CITEXT NOT NULL CHECK (sv_fits(lvwname, 50)),
-    lvwmodulename CITEXT NOT NULL CHECK (sv_fits(lvwmodulename, 50))
+    lvwtransname CITEXT NOT NULL
+        CONSTRAINT lvwtransname_length CHECK (length(rtrim(lvwtransname, ' ')) <= 50),
+    lvwname CITEXT NOT NULL
+        CONSTRAINT lvwname_length CHECK (length(rtrim(lvwname, ' ')) <= 50),
+    lvwmodulename CITEXT NOT NULL
+        CONSTRAINT lvwmodulename_length CHECK (length(rtrim(lvwmodulename, ' ')) <= 50)
 );
 
 CREATE TABLE alistviewdetails (
@@ -176,22 +193,27 @@ CREATE TABLE alistviewdetails (
 -- Column headers of register grids; rows of one table come in the order of its columns.
 CREATE TABLE atables (
     tableid INT NOT NULL PRIMARY KEY,
-    tablename CITEXT NOT NULL CHECK (sv_fits(tablename, 100))
+    tablename CITEXT NOT NULL
+        CONSTRAINT tablename_length CHECK (length(rtrim(tablename, ' ')) <= 100)
 );
 
 CREATE TABLE atablecolumns (
     tableid INT NOT NULL,
     columnorder SMALLINT NOT NULL,
-    columnheader CITEXT NOT NULL CHECK (sv_fits(columnheader, 50)),
-    columnname CITEXT NOT NULL CHECK (sv_fits(columnname, 50)),
+    columnheader CITEXT NOT NULL
+        CONSTRAINT columnheader_length CHECK (length(rtrim(columnheader, ' ')) <= 50),
+    columnname CITEXT NOT NULL
+        CONSTRAINT columnname_length CHECK (length(rtrim(columnname, ' ')) <= 50),
     PRIMARY KEY (tableid, columnorder)
 );
 
 CREATE TABLE ashopprintmessages (
     shopid INT NOT NULL,
-    transtype CITEXT NOT NULL CHECK (sv_fits(transtype, 10)),
+    transtype CITEXT NOT NULL
+        CONSTRAINT transtype_length CHECK (length(rtrim(transtype, ' ')) <= 10),
     lineno SMALLINT NOT NULL,
-    message CITEXT CHECK (sv_fits(message, 100)),
+    message CITEXT
+        CONSTRAINT message_length CHECK (length(rtrim(message, ' ')) <= 100),
     PRIMARY KEY (shopid, transtype, lineno)
 );
 
@@ -200,21 +222,24 @@ CREATE TABLE ashopprintmessages (
 CREATE TABLE avendormaster (
     vendorID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    VendorName CITEXT NOT NULL CHECK (sv_fits(VendorName, 100)),
+    VendorName CITEXT NOT NULL
+        CONSTRAINT vendorname_length CHECK (length(rtrim(VendorName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
 
 CREATE TABLE acustomermaster (
     customerID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    CustomerName CITEXT NOT NULL CHECK (sv_fits(CustomerName, 100)),
+    CustomerName CITEXT NOT NULL
+        CONSTRAINT customername_length CHECK (length(rtrim(CustomerName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
 
 CREATE TABLE aaccountmaster (
     accountID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    AccountName CITEXT NOT NULL CHECK (sv_fits(AccountName, 100)),
+    AccountName CITEXT NOT NULL
+        CONSTRAINT accountname_length CHECK (length(rtrim(AccountName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
 
@@ -238,26 +263,35 @@ CREATE TABLE ExchangeRateDetail (
 
 CREATE TABLE aitemcategory (
     ItemCategoryID INT NOT NULL PRIMARY KEY,
-    categorynamedescription CITEXT NOT NULL CHECK (sv_fits(categorynamedescription, 50))
+    categorynamedescription CITEXT NOT NULL
+        CONSTRAINT categorynamedescription_length
+            CHECK (length(rtrim(categorynamedescription, ' ')) <= 50)
 );
 
 CREATE TABLE aUnit (
     UnitId INT NOT NULL PRIMARY KEY,
-    UnitCode CITEXT NOT NULL CHECK (sv_fits(UnitCode, 10)),
-    UnitName CITEXT NOT NULL CHECK (sv_fits(UnitName, 50))
+    UnitCode CITEXT NOT NULL
+        CONSTRAINT unitcode_length CHECK (length(rtrim(UnitCode, ' ')) <= 10),
+    UnitName CITEXT NOT NULL
+        CONSTRAINT unitname_length CHECK (length(rtrim(UnitName, ' ')) <= 50)
 );
 
 CREATE TABLE aItem (
     ItemId INT NOT NULL PRIMARY KEY,
-    itemcode CITEXT NOT NULL CHECK (sv_fits(itemcode, 20)),
-    ItemName CITEXT NOT NULL CHECK (sv_fits(ItemName, 100)),
-    PackSize CITEXT CHECK (sv_fits(PackSize, 50)),
-    ItemPrintName CITEXT CHECK (sv_fits(ItemPrintName, 40)),
+    itemcode CITEXT NOT NULL
+        CONSTRAINT itemcode_length CHECK (length(rtrim(itemcode, ' ')) <= 20),
+    ItemName CITEXT NOT NULL
+        CONSTRAINT itemname_length CHECK (length(rtrim(ItemName, ' ')) <= 100),
+    PackSize CITEXT
+        CONSTRAINT packsize_length CHECK (length(rtrim(PackSize, ' ')) <= 50),
+    ItemPrintName CITEXT
+        CONSTRAINT itemprintname_length CHECK (length(rtrim(ItemPrintName, ' ')) <= 40),
     ItemCategoryID INT NOT NULL,
     UnitsId INT NOT NULL,
     itemrate DOUBLE PRECISION,
-    part_code CITEXT CHECK (sv_fits(part_code, 30)),
-    Active SMALLINT NOT NULL DEFAULT 1,
+    part_code CITEXT
+        CONSTRAINT part_code_length CHECK (length(rtrim(part_code, ' ')) <= 30),
+    Active sv_bit NOT NULL DEFAULT 1,
     ExpiryNoOfDays INT
 );
 CREATE INDEX ixItemCode ON aItem (itemcode);
@@ -265,10 +299,11 @@ CREATE INDEX ixItemCode ON aItem (itemcode);
 -- Barcodes printed on an item's packings; a scan of one counts one piece.
 CREATE TABLE aitempackingdetail (
     itemid INT NOT NULL,
-    packingbarcode CITEXT NOT NULL CHECK (sv_fits(packingbarcode, 30)),
+    packingbarcode CITEXT NOT NULL
+        CONSTRAINT packingbarcode_length CHECK (length(rtrim(packingbarcode, ' ')) <= 30),
     PackingTypeId INT,
     PackingQty NUMERIC(18,3) NOT NULL DEFAULT 1,
-    Active SMALLINT NOT NULL DEFAULT 1
+    Active sv_bit NOT NULL DEFAULT 1
 );
 CREATE INDEX ixPackingBarcode ON aitempackingdetail (packingbarcode);
 CREATE INDEX ixPackingItem ON aitempackingdetail (itemid);
@@ -284,12 +319,14 @@ CREATE INDEX ixGodownDetailItem ON agodowndetail (itemid, godownid);
 
 CREATE TABLE aShipment (
     sShipmentId INT NOT NULL PRIMARY KEY,
-    sShipmentno CITEXT NOT NULL CHECK (sv_fits(sShipmentno, 30)),
+    sShipmentno CITEXT NOT NULL
+        CONSTRAINT sshipmentno_length CHECK (length(rtrim(sShipmentno, ' ')) <= 30),
     sShipmentDate TIMESTAMP(3) NOT NULL,
     sVendorId INT
 );
 
 -- The book stock of a godown: one row for each item and shipment, standing at one location.
+-- gsRowId identifies a row for the data layer.
 CREATE TABLE moigodownstock (
     gsGodownId INT NOT NULL,
     gsItemId INT NOT NULL,
@@ -298,20 +335,25 @@ CREATE TABLE moigodownstock (
     gsStock NUMERIC(18,3) NOT NULL DEFAULT 0,
     gsBadStock NUMERIC(18,3) NOT NULL DEFAULT 0,
     gsItemCost DOUBLE PRECISION,
-    PRIMARY KEY (gsGodownId, gsItemId, gsShipmentId)
+    gsRowId INT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY,
+    UNIQUE (gsGodownId, gsItemId, gsShipmentId)
 );
 
 -- Stock transfers between godowns and shops; until received, the quantities are under way.
 CREATE TABLE loiStockTransferHeader (
     sthId INT NOT NULL PRIMARY KEY,
-    sthNo CITEXT NOT NULL CHECK (sv_fits(sthNo, 20)),
+    sthNo CITEXT NOT NULL
+        CONSTRAINT sthno_length CHECK (length(rtrim(sthNo, ' ')) <= 20),
     sthDate TIMESTAMP(3) NOT NULL,
-    sthFromLocationType CITEXT NOT NULL CHECK (sv_fits(sthFromLocationType, 1)),
+    sthFromLocationType CITEXT NOT NULL
+        CONSTRAINT sthfromlocationtype_length CHECK (length(rtrim(sthFromLocationType, ' ')) <= 1),
     sthFromLocationId INT NOT NULL,
-    sthToLocationType CITEXT NOT NULL CHECK (sv_fits(sthToLocationType, 1)),
+    sthToLocationType CITEXT NOT NULL
+        CONSTRAINT sthtolocationtype_length CHECK (length(rtrim(sthToLocationType, ' ')) <= 1),
     sthToLocationId INT NOT NULL,
-    sthStatus CITEXT NOT NULL DEFAULT 'D' CHECK (sv_fits(sthStatus, 1)),
-    sthCancelled SMALLINT NOT NULL DEFAULT 0
+    sthStatus CITEXT NOT NULL DEFAULT 'D'
+        CONSTRAINT sthstatus_length CHECK (length(rtrim(sthStatus, ' ')) <= 1),
+    sthCancelled sv_bit NOT NULL DEFAULT 0
 );
 
 CREATE TABLE loiStockTransferDetail (
@@ -329,25 +371,35 @@ CREATE TABLE loiStockTransferDetail (
 -- null, and a bit column could not hold one.
 CREATE TABLE loiStockVerificationHeader (
     svhid INT NOT NULL,
-    svhno CITEXT CHECK (sv_fits(svhno, 30)),
+    svhno CITEXT
+        CONSTRAINT svhno_length CHECK (length(rtrim(svhno, ' ')) <= 30),
     svhdate TIMESTAMP(3),
-    svhremarks CITEXT CHECK (sv_fits(svhremarks, 250)),
-    svhverificationby CITEXT CHECK (sv_fits(svhverificationby, 250)),
+    svhremarks CITEXT
+        CONSTRAINT svhremarks_length CHECK (length(rtrim(svhremarks, ' ')) <= 250),
+    svhverificationby CITEXT
+        CONSTRAINT svhverificationby_length CHECK (length(rtrim(svhverificationby, ' ')) <= 250),
     svhGodownid INT NOT NULL,
     svhdepartmentid INT,
     svhconexrate DOUBLE PRECISION,
     svhdepexrate DOUBLE PRECISION,
-    svhexchangerates CITEXT CHECK (sv_fits(svhexchangerates, 250)),
-    svhFutureVc CITEXT CHECK (sv_fits(svhFutureVc, 10)),
-    svhcreatedtime CITEXT CHECK (sv_fits(svhcreatedtime, 8)),
+    svhexchangerates CITEXT
+        CONSTRAINT svhexchangerates_length CHECK (length(rtrim(svhexchangerates, ' ')) <= 250),
+    svhFutureVc CITEXT
+        CONSTRAINT svhfuturevc_length CHECK (length(rtrim(svhFutureVc, ' ')) <= 10),
+    svhcreatedtime CITEXT
+        CONSTRAINT svhcreatedtime_length CHECK (length(rtrim(svhcreatedtime, ' ')) <= 8),
     updatetime TIMESTAMP(3),
     svhposted SMALLINT DEFAULT 0,
     svhcancelled SMALLINT DEFAULT 0,
-    svhcancelledRemarks CITEXT CHECK (sv_fits(svhcancelledRemarks, 255)),
-    PRIMARY KEY (svhGodownid, svhid)
+    svhcancelledRemarks CITEXT
+        CONSTRAINT svhcancelledremarks_length
+            CHECK (length(rtrim(svhcancelledRemarks, ' ')) <= 255),
+    svhRowId INT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY,
+    UNIQUE (svhGodownid, svhid)
 );
 
--- The lines of an entry share (svdid, svdGodownID); they have no key of their own.
+-- The lines of an entry share (svdid, svdGodownID); they have no key of their own but the
+-- data layer's row number, after the columns the module writes by position.
 CREATE TABLE loiStockVerificationDetail (
     svdid INT NOT NULL,
     svdGodownID INT NOT NULL,
@@ -358,7 +410,8 @@ CREATE TABLE loiStockVerificationDetail (
     svdVerifiedStock NUMERIC(18,3),
     svdavailbadstock NUMERIC(18,3),
     svdverifiedbadstock NUMERIC(18,3),
-    svdcostprice DOUBLE PRECISION
+    svdcostprice DOUBLE PRECISION,
+    svdRowId INT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY
 );
 CREATE INDEX ixVerificationDetail
     ON loiStockVerificationDetail (svdGodownID, svdid, svdItemID, svdShipmentID);
@@ -455,7 +508,7 @@ CREATE TABLE loiTotalVerificationChange (
     tvcSvhId INT NOT NULL,
     tvcItemId INT NOT NULL,
     tvcShipmentId INT NOT NULL,
-    tvcCreated SMALLINT NOT NULL DEFAULT 0,
+    tvcCreated sv_bit NOT NULL DEFAULT 0,
     tvcOldStock NUMERIC(18,3) NOT NULL,
     tvcNewStock NUMERIC(18,3) NOT NULL
 );
@@ -469,13 +522,19 @@ CREATE INDEX ixTotalVerificationChange
 -- Faults reported by any routine of the application (the fault desk).
 CREATE TABLE aFaultLog (
     FaultId INT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY,
-    SourceName CITEXT CHECK (sv_fits(SourceName, 100)),
-    UserName CITEXT CHECK (sv_fits(UserName, 50)),
-    RoutineName CITEXT CHECK (sv_fits(RoutineName, 100)),
+    SourceName CITEXT
+        CONSTRAINT sourcename_length CHECK (length(rtrim(SourceName, ' ')) <= 100),
+    UserName CITEXT
+        CONSTRAINT username_length CHECK (length(rtrim(UserName, ' ')) <= 50),
+    RoutineName CITEXT
+        CONSTRAINT routinename_length CHECK (length(rtrim(RoutineName, ' ')) <= 100),
     ErrorNumber INT,
-    ErrorSource CITEXT CHECK (sv_fits(ErrorSource, 250)),
-    ErrorDescription CITEXT CHECK (sv_fits(ErrorDescription, 1000)),
-    TransactionMode CITEXT CHECK (sv_fits(TransactionMode, 10)),
+    ErrorSource CITEXT
+        CONSTRAINT errorsource_length CHECK (length(rtrim(ErrorSource, ' ')) <= 250),
+    ErrorDescription CITEXT
+        CONSTRAINT errordescription_length CHECK (length(rtrim(ErrorDescription, ' ')) <= 1000),
+    TransactionMode CITEXT
+        CONSTRAINT transactionmode_length CHECK (length(rtrim(TransactionMode, ' ')) <= 10),
     LoggedAt TIMESTAMP(3) NOT NULL
 );
 
@@ -486,9 +545,12 @@ CREATE TABLE aActivityTrail (
     GodownID INT NOT NULL,
     UserID INT NOT NULL,
     InterfaceID INT NOT NULL,
-    TransKey CITEXT CHECK (sv_fits(TransKey, 50)),
-    TransNo CITEXT CHECK (sv_fits(TransNo, 50)),
-    ActionType CITEXT NOT NULL CHECK (sv_fits(ActionType, 1)),
+    TransKey CITEXT
+        CONSTRAINT transkey_length CHECK (length(rtrim(TransKey, ' ')) <= 50),
+    TransNo CITEXT
+        CONSTRAINT transno_length CHECK (length(rtrim(TransNo, ' ')) <= 50),
+    ActionType CITEXT NOT NULL
+        CONSTRAINT actiontype_length CHECK (length(rtrim(ActionType, ' ')) <= 1),
     LoggedTime TIMESTAMP(3),
     SavedTime TIMESTAMP(3) NOT NULL
 );
@@ -503,7 +565,8 @@ CREATE TABLE aScreenPalette (
     ButtonBackColor INT NOT NULL,
     GridBackColor INT NOT NULL,
     GridForeColor INT NOT NULL,
-    FontName CITEXT NOT NULL CHECK (sv_fits(FontName, 50)),
+    FontName CITEXT NOT NULL
+        CONSTRAINT fontname_length CHECK (length(rtrim(FontName, ' ')) <= 50),
     FontSize SMALLINT NOT NULL
 );
 
@@ -511,7 +574,8 @@ CREATE TABLE aScreenPalette (
 CREATE TABLE aGridColumnProfile (
     UserID INT NOT NULL,
     CompanyID INT NOT NULL,
-    GridName CITEXT NOT NULL CHECK (sv_fits(GridName, 100)),
+    GridName CITEXT NOT NULL
+        CONSTRAINT gridname_length CHECK (length(rtrim(GridName, ' ')) <= 100),
     ColumnIndex SMALLINT NOT NULL,
     ColumnWidth INT NOT NULL,
     PRIMARY KEY (UserID, CompanyID, GridName, ColumnIndex)
