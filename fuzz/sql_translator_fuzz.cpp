@@ -1,7 +1,7 @@
 // The SQL translator on any text: it translates or refuses with a vb::Error, and never
 // crashes, hangs or reads past what it was given.
-#include "ado/sqlite/Catalog.h"
-#include "ado/sqlite/Translator.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sqlite/SqliteDialect.h"
 #include "vb/Error.h"
 
 #include <cstddef>
@@ -11,9 +11,9 @@
 namespace {
 
 /// The module's own tables and a view, with the column kinds the translator looks at.
-const ado::sqlite::Catalog &catalog() {
-    static const ado::sqlite::Catalog tables = [] {
-        ado::sqlite::Catalog c;
+const ado::sql::Catalog &catalog() {
+    static const ado::sql::Catalog tables = [] {
+        ado::sql::Catalog c;
         c.add("loiStockVerificationHeader", false,
               {{"svhid", "int"},
                {"svhno", "varchar(20)"},

@@ -1,7 +1,7 @@
 // stockverify sql: runs one statement through the data layer the module uses and prints the result.
 #include "ado/Connection.h"
 #include "ado/sqlite/Database.h"
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/NativeStatement.h"
 #include "app/Command.h"
 #include "vb/Conversion.h"
@@ -88,7 +88,7 @@ std::string fieldText(const vb::Variant &v) {
     if (v.isNull() || v.isEmpty())
         return "";
     if (v.isDate()) {
-        text = ado::sqlite::canonicalDate(v.asDate());
+        text = ado::sql::canonicalDate(v.asDate());
         if (text.substr(10) == " 00:00:00")
             text.resize(10);
     } else if (v.isBoolean()) {

@@ -1,5 +1,5 @@
 // Date literals and values written into typed columns, case by case from data/conversions.cases.
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/ValueConversion.h"
 
 #include "vb/Error.h"
@@ -12,6 +12,7 @@
 namespace {
 
 using namespace ado::sqlite;
+using ado::sql::canonicalDate;
 
 // The text between the first pair of single quotes, and what follows " => ".
 struct Line {

@@ -1,5 +1,5 @@
 // The translation of SQL Server text, case by case from tests/ado/data/translation.cases.
-#include "ado/sqlite/Translator.h"
+#include "ado/sqlite/SqliteDialect.h"
 
 #include "vb/Error.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-using ado::sqlite::Catalog;
+using ado::sql::Catalog;
 
 struct Case {
     int line;

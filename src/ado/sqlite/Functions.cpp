@@ -1,7 +1,7 @@
 #include "ado/sqlite/Functions.h"
 
-#include "ado/sqlite/ColumnType.h"
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/ColumnType.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ValueConversion.h"
 #include "vb/Clock.h"
@@ -23,6 +23,8 @@
 #include <vector>
 
 namespace ado::sqlite {
+
+using sql::canonicalDate;
 
 namespace {
 

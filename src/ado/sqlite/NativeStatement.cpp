@@ -3,13 +3,15 @@
 #include "ado/Connection.h"
 #include "ado/Session.h"
 #include "ado/sqlite/Database.h"
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/SqliteProvider.h"
 
 #include <sqlite3.h>
 
 namespace ado::sqlite {
+
+using sql::canonicalDate;
 
 namespace {
 

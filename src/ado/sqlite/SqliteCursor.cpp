@@ -1,9 +1,11 @@
 #include "ado/sqlite/SqliteCursor.h"
 
-#include "ado/sqlite/Catalog.h"
+#include "ado/sql/Catalog.h"
 #include "ado/sqlite/Database.h"
 
 namespace ado::sqlite {
+
+using sql::lowerCase;
 
 SqliteCursor::SqliteCursor(NativeStatement statement, const Translation &translation,
                            int timeoutSeconds)

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "ado/Provider.h"
-#include "ado/sqlite/ColumnType.h"
+#include "ado/sql/ColumnType.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
-#include "ado/sqlite/Translator.h"
+#include "ado/sql/Translator.h"
 
 #include <deque>
 #include <optional>
@@ -13,6 +13,8 @@
 #include <vector>
 
 namespace ado::sqlite {
+
+using sql::Translation;
 
 /// A prepared select and the way to read its rows: values typed by the
 /// declared types of their columns, the rowid split off when the translator

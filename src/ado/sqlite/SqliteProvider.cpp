@@ -2,14 +2,17 @@
 
 #include "ado/Errors.h"
 #include "ado/sqlite/ErrorMapping.h"
+#include "ado/sqlite/CatalogReader.h"
 #include "ado/sqlite/SqliteCursor.h"
 #include "ado/sqlite/StoredProcedures.h"
-#include "ado/sqlite/Translator.h"
+#include "ado/sqlite/SqliteDialect.h"
 #include "vb/Conversion.h"
 
 #include <sqlite3.h>
 
 namespace ado::sqlite {
+
+using sql::lowerCase;
 
 namespace {
 
@@ -70,7 +73,7 @@ const Catalog &SqliteProvider::catalog() {
     std::int64_t version = schemaVersionQuery_->integer(0);
     schemaVersionQuery_->reset();
     if (version != schemaVersion_) {
-        catalog_ = Catalog::load(*db_);
+        catalog_ = readCatalog(*db_);
         lastInsert_ = nullptr;
         writes_.clear();
         schemaVersion_ = version;

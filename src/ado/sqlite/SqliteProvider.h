@@ -2,7 +2,8 @@
 #pragma once
 
 #include "ado/Provider.h"
-#include "ado/sqlite/Catalog.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sqlite/ValueConversion.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
 
@@ -12,6 +13,8 @@
 #include <string_view>
 
 namespace ado::sqlite {
+
+using sql::Catalog;
 
 /// Runs statements through the translator (Translator.h) on one database
 /// file. Rows written through recordsets go in by prepared statements kept

@@ -1,7 +1,7 @@
 #include "ado/sqlite/StoredProcedures.h"
 
-#include "ado/sqlite/Catalog.h"
-#include "ado/sqlite/ColumnType.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sql/ColumnType.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/NativeStatement.h"
@@ -10,6 +10,8 @@
 #include <sqlite3.h>
 
 namespace ado::sqlite {
+
+using sql::lowerCase;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "ado/sqlite/ValueConversion.h"
 
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/DateText.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/ExactDecimal.h"
 #include "vb/Conversion.h"
@@ -12,6 +12,9 @@
 #include <limits>
 
 namespace ado::sqlite {
+
+using sql::canonicalDate;
+using sql::parseDate;
 
 namespace {
 

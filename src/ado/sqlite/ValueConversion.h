@@ -1,7 +1,7 @@
 // SQL Server's conversions of values into a column's type, as the embedded database stores them.
 #pragma once
 
-#include "ado/sqlite/ColumnType.h"
+#include "ado/sql/ColumnType.h"
 #include "vb/Variant.h"
 
 #include <cstdint>
@@ -10,6 +10,10 @@
 #include <variant>
 
 namespace ado::sqlite {
+
+using sql::ColumnKind;
+using sql::ColumnType;
+using sql::columnTypeOf;
 
 /// A value as it goes into the database: null, an integer, a real or text.
 using StoredValue = std::variant<std::monostate, std::int64_t, double, std::string>;

@@ -1,11 +1,11 @@
-#include "ado/sqlite/Tokenizer.h"
+#include "ado/sql/Tokenizer.h"
 
-#include "ado/sqlite/ErrorMapping.h"
+#include "ado/sql/FrontError.h"
 
 #include <cctype>
 #include <string>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 namespace {
 
@@ -164,4 +164,4 @@ std::vector<Token> tokenize(std::string_view text) {
     return tokens;
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

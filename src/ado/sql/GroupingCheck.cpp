@@ -1,6 +1,6 @@
-#include "ado/sqlite/GroupingCheck.h"
+#include "ado/sql/GroupingCheck.h"
 
-#include "ado/sqlite/ErrorMapping.h"
+#include "ado/sql/FrontError.h"
 
 #include <algorithm>
 #include <optional>
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 namespace {
 
@@ -400,4 +400,4 @@ void checkGrouping(std::span<const Node> statement, const Catalog &catalog) {
     checkLevel(statement, catalog);
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,13 +1,13 @@
 // Statement tokens grouped by parentheses, the shape the translator works on.
 #pragma once
 
-#include "ado/sqlite/Tokenizer.h"
+#include "ado/sql/Tokenizer.h"
 
 #include <span>
 #include <string>
 #include <vector>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 /// A token, or a parenthesised group of nodes (`token` is then the opening
 /// parenthesis and `children` what stands between it and its partner).
@@ -34,4 +34,4 @@ bool isReservedWord(std::string_view word);
 /// The positions of the significant nodes of a sequence, in order.
 std::vector<std::size_t> significantPositions(std::span<const Node> nodes);
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,10 +1,10 @@
-#include "ado/sqlite/DateText.h"
+#include "ado/sql/DateText.h"
 
 #include <array>
 #include <cctype>
 #include <cstdio>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 namespace {
 
@@ -198,4 +198,4 @@ std::optional<vb::Date> parseDate(std::string_view text) {
     return vb::Date{day.serial + vb::TimeSerial(p->hour, p->minute, p->second).serial};
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,11 +1,11 @@
-#include "ado/sqlite/SqlTree.h"
+#include "ado/sql/SqlTree.h"
 
-#include "ado/sqlite/Catalog.h"
-#include "ado/sqlite/ErrorMapping.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sql/FrontError.h"
 
 #include <set>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 std::string Node::text() const {
     if (!group)
@@ -75,4 +75,4 @@ std::vector<std::size_t> significantPositions(std::span<const Node> nodes) {
     return out;
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 /// How values of a column are stored, compared and read back.
 enum class ColumnKind {
@@ -40,4 +40,4 @@ struct ColumnType {
 /// The type of a declared type text such as "INT", "varchar(20)" or "NUMERIC(18,3)".
 ColumnType columnTypeOf(std::string_view declared);
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 /// One piece of statement text. `text` points into the statement, which must
 /// outlive the tokens; joining the texts of all tokens gives the statement back.
@@ -39,4 +39,4 @@ struct Token {
 /// name or comment raises -2147217900 with SQL Server's text.
 std::vector<Token> tokenize(std::string_view text);
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,33 +1,21 @@
-#include "ado/sqlite/Translator.h"
+#include "ado/sql/Translator.h"
 
-#include "ado/sqlite/DateText.h"
-#include "ado/sqlite/ErrorMapping.h"
-#include "ado/sqlite/GroupingCheck.h"
-#include "ado/sqlite/SqlTree.h"
-#include "ado/sqlite/ValueConversion.h"
+#include "ado/sql/DateText.h"
+#include "ado/sql/FrontError.h"
+#include "ado/sql/GroupingCheck.h"
+#include "ado/sql/SqlTree.h"
 
 #include <map>
 #include <set>
 #include <span>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 namespace {
 
 using Kind = Token::Kind;
 using Nodes = std::span<const Node>;
 using Positions = std::vector<std::size_t>;
-
-// Plain renames: SQL Server function name -> the function that does the same here.
-const std::map<std::string, std::string> renamedFunctions = {{"isnull", "ifnull"},
-                                                             {"len", "sv_len"},
-                                                             {"left", "sv_left"},
-                                                             {"right", "sv_right"},
-                                                             {"substring", "sv_substring"},
-                                                             {"isnumeric", "sv_isnumeric"},
-                                                             {"getdate", "sv_getdate"},
-                                                             {"sum", "sv_sum"},
-                                                             {"avg", "sv_avg"}};
 
 // Functions whose result is text, so that + next to them joins strings.
 const std::set<std::string> textFunctions = {"left",  "right",   "substring", "upper", "lower",
@@ -120,8 +108,8 @@ struct Edits {
 
 class Rewriter {
 public:
-    Rewriter(const Catalog &catalog, TranslateOptions options)
-        : catalog_(catalog), options_(options) {}
+    Rewriter(const Catalog &catalog, const Dialect &dialect, TranslateOptions options)
+        : catalog_(catalog), dialect_(dialect), options_(options) {}
 
     Translation run(std::string_view text);
 
@@ -170,6 +158,7 @@ private:
     std::string singleTable(const Level &level, std::size_t from, std::string *alias) const;
 
     const Catalog &catalog_;
+    const Dialect &dialect_;
     TranslateOptions options_;
     std::set<const Node *> dateStrings_;
 };
@@ -292,14 +281,14 @@ void Rewriter::planCalls(Level &level) {
             continue;
         std::string fn = lowerCase(name.token.text);
         auto &e = level.edits;
-        if (auto r = renamedFunctions.find(fn); r != renamedFunctions.end()) {
-            e.replace[level.sig[k]] = r->second;
-        } else if (fn == "convert" || fn == "cast") {
-            e.replace[level.sig[k]] = "sv_convert";
+        if (fn == "convert" || fn == "cast") {
+            e.skip.insert(level.sig[k]);
             e.replace[level.sig[k + 1]] = convertArguments(args, fn);
         } else if (fn == "charindex") {
-            e.replace[level.sig[k]] = "instr";
+            e.skip.insert(level.sig[k]);
             e.replace[level.sig[k + 1]] = charindexArguments(args);
+        } else if (auto renamed = dialect_.function(fn); !renamed.empty()) {
+            e.replace[level.sig[k]] = renamed;
         }
     }
 }
@@ -385,7 +374,7 @@ void Rewriter::checkComparedText(const Node &text, ColumnKind kind) {
                        : kind == ColumnKind::Bit     ? "bit"
                                                      : nullptr;
     if (type)
-        toStored(vb::Variant(text.token.stringValue()), columnTypeOf(type));
+        dialect_.checkLiteral(text.token.stringValue(), columnTypeOf(type));
 }
 
 // String literals compare as SQL Server compares text: ignoring letter case
@@ -409,7 +398,7 @@ void Rewriter::planStrings(Level &level) {
         bool plain =
             k > 0 && (level.at(k - 1).isWord("default") || level.at(k - 1).isWord("escape"));
         if (!alias && !plain)
-            text += " COLLATE CITEXT";
+            text = dialect_.comparedText(std::move(text));
         level.edits.replace[level.sig[k]] = text;
     }
 }
@@ -488,11 +477,8 @@ std::string Rewriter::exactWrite(const std::string &value, const ColumnType &typ
     std::size_t lead = value.find_first_not_of(" \t\r\n");
     if (lead == std::string::npos)
         return value;
-    std::string name =
-        type.kind == ColumnKind::Money
-            ? type.name
-            : "numeric(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
-    return value.substr(0, lead) + "sv_convert('" + name + "', " + trimmed(value) + ")";
+    auto [before, after] = dialect_.exactWrap(type);
+    return value.substr(0, lead) + before + trimmed(value) + after;
 }
 
 // update T set c = '...', ...: the same rules as for inserted values.
@@ -516,12 +502,11 @@ void Rewriter::planUpdateSet(Level &level) {
         std::size_t last = k + 1;
         while (!endsValue(last + 1))
             ++last;
-        std::string name = type.kind == ColumnKind::Money
-                               ? type.name
-                               : "numeric(" + std::to_string(type.precision) + "," +
-                                     std::to_string(type.scale) + ")";
-        level.edits.after[level.sig[k]] += " sv_convert('" + name + "',";
-        level.edits.after[level.sig[last]] += ")";
+        auto [before, after] = dialect_.exactWrap(type);
+        if (!before.empty() || !after.empty()) {
+            level.edits.after[level.sig[k]] += " " + trimmed(before);
+            level.edits.after[level.sig[last]] += after;
+        }
         k = last;
     }
 }
@@ -533,16 +518,14 @@ void Rewriter::planWrittenLiteral(const Node *value, const ColumnType &type) {
         return;
     if (type.kind == ColumnKind::Date)
         dateStrings_.insert(value);
-    else if (type.numeric())
-        toStored(vb::Variant(value->token.stringValue()), type);
-    else if (type.kind == ColumnKind::Text)
-        fittedText(value->token.stringValue(), type);
+    else if (type.numeric() || type.kind == ColumnKind::Text)
+        dialect_.checkLiteral(value->token.stringValue(), type);
 }
 
 // The names of the result columns are those the statement gives: a column
 // keeps the spelling it has in the statement, an expression without an alias
-// has no name (SQLite would name both otherwise). A recordset that may change
-// rows also reads the rowid of the one table it selects from.
+// has no name (the engines would name both otherwise). A recordset that may
+// change rows also reads the identity of the rows of the one table it selects from.
 void Rewriter::planSelectList(Level &level, Translation &result) {
     if (!level.at(0).isWord("select"))
         return;
@@ -581,7 +564,7 @@ bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
     if (column)
         level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
     else if (!star && !aliased)
-        level.edits.after[level.sig[b - 1]] += " AS \"\"";
+        level.edits.after[level.sig[b - 1]] += dialect_.unnamedAlias();
     bool aggregate = false;
     for (std::size_t i = a; i + 1 < b; ++i)
         if (level.at(i + 1).group && level.at(i).is(Kind::Word)) {
@@ -593,7 +576,8 @@ bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
 }
 
 // A plain select of one table (no group, aggregate or distinct) that may
-// change rows reads that table's rowid too; `from` stands at position `from`.
+// change rows reads the identity of that table's rows too; `from` stands at
+// position `from`.
 void Rewriter::planRowid(Level &level, std::size_t from, bool aggregate, Translation &result) {
     std::string alias;
     result.baseTable = singleTable(level, from, &alias);
@@ -602,9 +586,11 @@ void Rewriter::planRowid(Level &level, std::size_t from, bool aggregate, Transla
         grouped = grouped || level.at(k).isWord("group");
     if (options_.addRowid && !result.baseTable.empty() && !grouped && !aggregate &&
         !level.at(1).isWord("distinct")) {
-        level.edits.after[level.sig[from - 1]] +=
-            ", " + quoteName(alias) + ".rowid AS \"sv_rowid\"";
-        result.rowidAdded = true;
+        std::string identity = dialect_.rowIdentity(result.baseTable, quoteName(alias), catalog_);
+        if (!identity.empty()) {
+            level.edits.after[level.sig[from - 1]] += ", " + identity + " AS \"sv_rowid\"";
+            result.rowidAdded = true;
+        }
     }
 }
 
@@ -628,7 +614,7 @@ std::string Rewriter::singleTable(const Level &level, std::size_t from, std::str
 
 // ---- helpers ----------------------------------------------------------------
 
-// convert(type, x) and cast(x as type) both become sv_convert('type', x).
+// convert(type, x) and cast(x as type) read alike: a type and a value.
 std::string Rewriter::convertArguments(const Node &group, std::string_view function) {
     Nodes all(group.children);
     Nodes typePart, valuePart;
@@ -658,16 +644,16 @@ std::string Rewriter::convertArguments(const Node &group, std::string_view funct
             type += lowerCase(n.text());
     if (columnTypeOf(type).kind == ColumnKind::Unknown)
         throw statementError("Type " + type + " is not a defined system type.");
-    return "('" + type + "', " + trimmed(sequence(valuePart)) + ")";
+    return dialect_.convert(type, trimmed(sequence(valuePart)));
 }
 
-// charindex(find, text) is instr(text, find).
+// charindex(find, text): the engines name it and order its arguments each their own way.
 std::string Rewriter::charindexArguments(const Node &group) {
     auto parts = splitArguments(group.children);
     if (parts.size() != 2)
         throw statementError("charindex with a start position is not supported: \"charindex" +
                              group.text() + "\"");
-    return "(" + trimmed(sequence(parts[1])) + ", " + trimmed(sequence(parts[0])) + ")";
+    return dialect_.charindex(trimmed(sequence(parts[0])), trimmed(sequence(parts[1])));
 }
 
 bool Rewriter::isTextCall(const Node &name, const Node &group) const {
@@ -769,8 +755,9 @@ std::size_t Rewriter::nameChainEnd(const Level &level, std::size_t k) const {
 
 } // namespace
 
-Translation translate(std::string_view text, const Catalog &catalog, TranslateOptions options) {
-    return Rewriter(catalog, options).run(text);
+Translation translate(std::string_view text, const Catalog &catalog, const Dialect &dialect,
+                      TranslateOptions options) {
+    return Rewriter(catalog, dialect, options).run(text);
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,4 +1,4 @@
-#include "ado/sqlite/ColumnType.h"
+#include "ado/sql/ColumnType.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 bool ColumnType::numeric() const {
     switch (kind) {
@@ -77,4 +77,4 @@ ColumnType columnTypeOf(std::string_view declared) {
     return type;
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

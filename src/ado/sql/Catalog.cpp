@@ -1,11 +1,9 @@
-#include "ado/sqlite/Catalog.h"
+#include "ado/sql/Catalog.h"
 
-#include "ado/sqlite/Database.h"
-#include "ado/sqlite/NativeStatement.h"
 
 #include <cctype>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 namespace {
 
@@ -23,9 +21,11 @@ std::string lowerCase(std::string_view s) {
 }
 
 void Catalog::add(std::string_view name, bool isView,
-                  const std::vector<std::pair<std::string, std::string>> &columnsAndTypes) {
+                  const std::vector<std::pair<std::string, std::string>> &columnsAndTypes,
+                  std::string key) {
     Table table;
     table.isView = isView;
+    table.key = std::move(key);
     for (const auto &[column, declared] : columnsAndTypes) {
         table.columns.push_back({column, columnTypeOf(declared)});
         ColumnKind kind = table.columns.back().type.kind;
@@ -38,22 +38,10 @@ void Catalog::add(std::string_view name, bool isView,
     tables_[lowerCase(name)] = std::move(table);
 }
 
-Catalog Catalog::load(Database &db) {
-    Catalog catalog;
-    NativeStatement list(db, "select name, type from sqlite_schema where type in ('table', "
-                             "'view') and name not like 'sqlite\\_%' escape '\\'");
-    NativeStatement info(db, "select name, type from pragma_table_info(?1)");
-    while (list.step()) {
-        std::string name = list.text(0);
-        bool isView = list.text(1) == "view";
-        std::vector<std::pair<std::string, std::string>> columns;
-        info.reset();
-        info.bindText(1, name);
-        while (info.step())
-            columns.emplace_back(info.text(0), info.text(1));
-        catalog.add(name, isView, columns);
-    }
-    return catalog;
+const std::string &Catalog::keyColumn(std::string_view table) const {
+    static const std::string none;
+    auto it = tables_.find(lowerCase(table));
+    return it == tables_.end() ? none : it->second.key;
 }
 
 bool Catalog::hasTable(std::string_view name) const {
@@ -85,4 +73,4 @@ ColumnKind Catalog::kindOfColumn(std::string_view column) const {
     return it->second;
 }
 
-} // namespace ado::sqlite
+} // namespace ado::sql

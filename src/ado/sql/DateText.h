@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 /// Dates are stored as text "YYYY-MM-DD HH:MM:SS", which sorts and compares
 /// as the dates do.
@@ -24,4 +24,4 @@ std::optional<std::string> canonicalDate(std::string_view text);
 /// The date of stored or literal date text; nothing when the text is no date.
 std::optional<vb::Date> parseDate(std::string_view text);
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,12 +1,12 @@
 // The refusal of a grouped select that names a column outside its grouping.
 #pragma once
 
-#include "ado/sqlite/Catalog.h"
-#include "ado/sqlite/SqlTree.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sql/SqlTree.h"
 
 #include <span>
 
-namespace ado::sqlite {
+namespace ado::sql {
 
 /// SQLite would give such a column the value of some row of the group; SQL
 /// Server refuses the statement, and the module's error traps rely on that
@@ -19,4 +19,4 @@ namespace ado::sqlite {
 /// exist is left to the engine, which names that first, as SQL Server does.
 void checkGrouping(std::span<const Node> statement, const Catalog &catalog);
 
-} // namespace ado::sqlite
+} // namespace ado::sql

@@ -1,0 +1,194 @@
+#include "ado/postgresql/PgConnection.h"
+
+#include "ado/postgresql/PgErrorMapping.h"
+
+namespace ado::postgresql {
+
+namespace {
+
+// SQL Server's functions that the server has no match for, made for each
+// connection in its own temporary schema: nothing is left in the database,
+// and a database without the module's schema still runs the module's text.
+constexpr const char *helperFunctions = R"(
+create function pg_temp.sv_len(x text) returns integer language sql immutable
+    as $$ select length(rtrim(x, ' ')) $$;
+create function pg_temp.sv_len(x anynonarray) returns integer language sql immutable
+    as $$ select length(rtrim(x::text, ' ')) $$;
+create function pg_temp.sv_isnumeric(x text) returns integer language sql immutable
+    as $$ select case when x ~ '^\s*[-+]?\s*[$£€¥]?\s*[-+]?(\d[\d,]*\.?\d*|\.\d+)([eEdD][-+]?\d+)?\s*$'
+                      then 1 else 0 end $$;
+create function pg_temp.sv_isnumeric(x anynonarray) returns integer language sql immutable
+    as $$ select pg_temp.sv_isnumeric(x::text) $$;
+create function pg_temp.sv_getdate() returns timestamp(3) language sql stable
+    as $$ select localtimestamp(3) $$;
+)";
+
+struct Params {
+    std::vector<const char *> values;
+    explicit Params(const std::vector<Param> &params) {
+        for (const auto &p : params)
+            values.push_back(p ? p->c_str() : nullptr);
+    }
+};
+
+} // namespace
+
+PgConnection::PgConnection(const std::string &uri) : conn_(PQconnectdb(uri.c_str())) {
+    if (!conn_ || PQstatus(conn_) != CONNECTION_OK) {
+        vb::Error e = connectionError(conn_);
+        PQfinish(conn_);
+        conn_ = nullptr;
+        throw e;
+    }
+    PQsetClientEncoding(conn_, "UTF8");
+    exec(helperFunctions, "");
+}
+
+PgConnection::~PgConnection() {
+    PQfinish(conn_);
+}
+
+void PgConnection::fail(const PGresult *result, std::string_view shown) {
+    if (PQstatus(conn_) == CONNECTION_BAD) {
+        // A connection that is gone ends the transaction: the server rolled it back.
+        inTransaction_ = false;
+        timeout_ = -1;
+    }
+    throw serverError(result, shown);
+}
+
+PgResult PgConnection::exec(std::string_view sql, std::string_view shown) {
+    PgResult r(PQexec(conn_, std::string(sql).c_str()));
+    auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
+    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
+        fail(r.get(), shown);
+    return r;
+}
+
+void PgConnection::setTimeout(int seconds) {
+    wantedTimeout_ = seconds;
+}
+
+// A setting made inside a transaction that rolls back is undone with it, so
+// after a rollback the setting is made again before the next statement.
+void PgConnection::applyTimeout() {
+    if (wantedTimeout_ == timeout_)
+        return;
+    exec("set statement_timeout = " + std::to_string(wantedTimeout_ * 1000), "");
+    timeout_ = wantedTimeout_;
+}
+
+void PgConnection::begin() {
+    exec("begin", "BeginTrans");
+    inTransaction_ = true;
+}
+
+void PgConnection::commit() {
+    inTransaction_ = false;
+    exec("commit", "CommitTrans");
+}
+
+void PgConnection::rollback() {
+    inTransaction_ = false;
+    timeout_ = -1;
+    exec("rollback", "RollbackTrans");
+}
+
+PgResult PgConnection::run(std::string_view sql, const std::vector<Param> &params,
+                           std::string_view shown) {
+    return send(nullptr, sql, params, shown);
+}
+
+PgResult PgConnection::runPrepared(const std::string &sql, const std::vector<Param> &params,
+                                   std::string_view shown) {
+    auto it = prepared_.find(sql);
+    if (it == prepared_.end()) {
+        std::string name = "sv" + std::to_string(prepared_.size() + 1);
+        // A refused prepare would end a transaction as a refused statement would.
+        if (inTransaction_)
+            exec("savepoint sv_statement", shown);
+        PgResult r(PQprepare(conn_, name.c_str(), sql.c_str(), 0, nullptr));
+        if (!r || PQresultStatus(r.get()) != PGRES_COMMAND_OK) {
+            if (inTransaction_ && PQstatus(conn_) != CONNECTION_BAD)
+                exec("rollback to savepoint sv_statement; release savepoint sv_statement", shown);
+            fail(r.get(), shown);
+        }
+        if (inTransaction_)
+            exec("release savepoint sv_statement", shown);
+        it = prepared_.emplace(sql, name).first;
+    }
+    return send(&it->second, sql, params, shown);
+}
+
+PgResult PgConnection::send(const std::string *prepared, std::string_view sql,
+                            const std::vector<Param> &params, std::string_view shown) {
+    applyTimeout();
+    if (inTransaction_)
+        return pipelined(prepared, sql, params, shown);
+    Params p(params);
+    int n = static_cast<int>(params.size());
+    PgResult r(prepared ? PQexecPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr,
+                                         nullptr, 0)
+                        : PQexecParams(conn_, std::string(sql).c_str(), n, nullptr,
+                                       p.values.data(), nullptr, nullptr, 0));
+    auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
+    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
+        fail(r.get(), shown);
+    return r;
+}
+
+void PgConnection::sendOne(const std::string *prepared, std::string_view sql,
+                           const std::vector<Param> &params) {
+    Params p(params);
+    int n = static_cast<int>(params.size());
+    int ok = prepared ? PQsendQueryPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr,
+                                            nullptr, 0)
+                      : PQsendQueryParams(conn_, std::string(sql).c_str(), n, nullptr,
+                                          p.values.data(), nullptr, nullptr, 0);
+    if (!ok)
+        fail(nullptr, sql);
+}
+
+// The first result of the next query in the pipeline; the rest of it is read and dropped.
+PgResult PgConnection::takeResult() {
+    PgResult first;
+    while (PGresult *r = PQgetResult(conn_)) {
+        if (!first)
+            first.reset(r);
+        else
+            PQclear(r);
+    }
+    return first;
+}
+
+PgResult PgConnection::pipelined(const std::string *prepared, std::string_view sql,
+                                 const std::vector<Param> &params, std::string_view shown) {
+    if (!PQenterPipelineMode(conn_))
+        fail(nullptr, shown);
+    sendOne(nullptr, "savepoint sv_statement", {});
+    sendOne(prepared, sql, params);
+    sendOne(nullptr, "release savepoint sv_statement", {});
+    if (!PQpipelineSync(conn_))
+        fail(nullptr, shown);
+    PgResult savepoint = takeResult();
+    PgResult result = takeResult();
+    PgResult release = takeResult();
+    PgResult sync(PQgetResult(conn_));
+    PQexitPipelineMode(conn_);
+    auto failed = [](const PgResult &r) {
+        auto s = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
+        return s != PGRES_COMMAND_OK && s != PGRES_TUPLES_OK;
+    };
+    if (failed(savepoint))
+        fail(savepoint.get(), shown);
+    if (failed(result)) {
+        if (PQstatus(conn_) != CONNECTION_BAD)
+            exec("rollback to savepoint sv_statement; release savepoint sv_statement", shown);
+        fail(result.get(), shown);
+    }
+    if (failed(release))
+        fail(release.get(), shown);
+    return result;
+}
+
+} // namespace ado::postgresql

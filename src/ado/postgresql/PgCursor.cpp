@@ -1,0 +1,99 @@
+#include "ado/postgresql/PgCursor.h"
+
+#include "ado/postgresql/PgDialect.h"
+#include "ado/sql/DateText.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+
+namespace ado::postgresql {
+
+namespace {
+// Type oids of the server's built-in types.
+constexpr Oid boolOid = 16, int8Oid = 20, int2Oid = 21, int4Oid = 23, float4Oid = 700,
+              float8Oid = 701, numericOid = 1700, timestampOid = 1114, timestamptzOid = 1184,
+              dateOid = 1082;
+} // namespace
+
+vb::Variant readValue(const char *text, Oid type, bool bit) {
+    switch (type) {
+    case boolOid:
+        return vb::Variant(text[0] == 't');
+    case int2Oid:
+    case int4Oid:
+    case int8Oid: {
+        long long v = std::strtoll(text, nullptr, 10);
+        if (bit)
+            return vb::Variant(v != 0);
+        if (v >= std::numeric_limits<std::int32_t>::min() &&
+            v <= std::numeric_limits<std::int32_t>::max())
+            return vb::Variant(static_cast<std::int32_t>(v));
+        return vb::Variant(static_cast<double>(v));
+    }
+    case float4Oid:
+    case float8Oid:
+    case numericOid:
+        return vb::Variant(std::strtod(text, nullptr));
+    case timestampOid:
+    case timestamptzOid:
+    case dateOid:
+        if (auto date = sql::parseDate(text))
+            return vb::Variant(*date);
+        break;
+    default:
+        break;
+    }
+    return vb::Variant(std::string(text));
+}
+
+PgCursor::PgCursor(PgResult result, const sql::Translation &translation,
+                   const PgCatalog &catalog, std::function<PgResult()> rerun)
+    : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
+      identified_(translation.rowidAdded) {
+    int columns = PQnfields(result_.get()) - (identified_ ? 1 : 0);
+    std::string base = sql::lowerCase(baseTable_);
+    for (int i = 0; i < columns; ++i) {
+        std::string name = PQfname(result_.get(), i);
+        FieldInfo field{name == unnamedColumn ? "" : name, ""};
+        bool bit = false;
+        Oid table = PQftable(result_.get(), i);
+        if (table != InvalidOid) {
+            auto t = catalog.tableName.find(table);
+            auto c = catalog.columnAt.find({table, PQftablecol(result_.get(), i)});
+            if (t != catalog.tableName.end() && c != catalog.columnAt.end()) {
+                if (!base.empty() && sql::lowerCase(t->second) == base)
+                    field.baseColumn = c->second;
+                bit = catalog.tables.columnType(t->second, c->second).kind == sql::ColumnKind::Bit;
+            }
+        }
+        fields_.push_back(std::move(field));
+        types_.push_back(PQftype(result_.get(), i));
+        bits_.push_back(bit);
+    }
+}
+
+bool PgCursor::next(Row &row) {
+    if (!result_ || next_ >= PQntuples(result_.get()))
+        return false;
+    row.values.resize(fields_.size());
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        int c = static_cast<int>(i);
+        row.values[i] = PQgetisnull(result_.get(), next_, c)
+                            ? vb::Variant::null()
+                            : readValue(PQgetvalue(result_.get(), next_, c), types_[i], bits_[i]);
+    }
+    row.rowid = identified_ ? std::strtoll(PQgetvalue(result_.get(), next_,
+                                                      static_cast<int>(fields_.size())),
+                                           nullptr, 10)
+                            : 0;
+    ++next_;
+    return true;
+}
+
+void PgCursor::restart() {
+    result_ = rerun_();
+    next_ = 0;
+}
+
+} // namespace ado::postgresql

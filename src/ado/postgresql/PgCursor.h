@@ -1,0 +1,47 @@
+// The rows of a statement run on the server.
+#pragma once
+
+#include "ado/Provider.h"
+#include "ado/postgresql/PgCatalog.h"
+#include "ado/postgresql/PgConnection.h"
+#include "ado/sql/Translator.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ado::postgresql {
+
+/// The statement's rows arrive whole: under read-committed the server gives
+/// a statement one snapshot, so rows read later would be the same rows, and
+/// a recordset left half read holds nothing open on the connection. Keyset
+/// and forward-only recordsets both read from here.
+class PgCursor : public Cursor {
+public:
+    /// `rerun` runs the statement again for `restart`.
+    PgCursor(PgResult result, const sql::Translation &translation, const PgCatalog &catalog,
+             std::function<PgResult()> rerun);
+
+    const std::vector<FieldInfo> &fields() const override { return fields_; }
+    const std::string &baseTable() const override { return baseTable_; }
+    bool rowsIdentified() const override { return identified_; }
+    bool next(Row &row) override;
+    void restart() override;
+
+private:
+    PgResult result_;
+    std::function<PgResult()> rerun_;
+    std::vector<FieldInfo> fields_;
+    std::vector<Oid> types_;
+    std::vector<bool> bits_;
+    std::string baseTable_;
+    bool identified_ = false;
+    int next_ = 0;
+};
+
+/// A value of a result, as text from the server, read as the old data layer
+/// read the column's type.
+vb::Variant readValue(const char *text, Oid type, bool bit);
+
+} // namespace ado::postgresql

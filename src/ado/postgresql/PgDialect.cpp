@@ -1,0 +1,89 @@
+#include "ado/postgresql/PgDialect.h"
+
+#include <map>
+
+namespace ado::postgresql {
+
+std::string serverName(std::string_view name) {
+    std::string out = "\"";
+    for (char c : sql::lowerCase(name)) {
+        out += c;
+        if (c == '"')
+            out += '"';
+    }
+    return out + "\"";
+}
+
+std::string PgDialect::function(std::string_view name) const {
+    static const std::map<std::string, std::string, std::less<>> renamed = {
+        {"isnull", "coalesce"},
+        {"len", "pg_temp.sv_len"},
+        {"isnumeric", "pg_temp.sv_isnumeric"},
+        {"getdate", "pg_temp.sv_getdate"}};
+    auto it = renamed.find(name);
+    return it == renamed.end() ? "" : it->second;
+}
+
+std::string PgDialect::convert(std::string_view type, std::string_view value) const {
+    sql::ColumnType t = sql::columnTypeOf(type);
+    std::string v(value);
+    switch (t.kind) {
+    case sql::ColumnKind::Text: {
+        // convert(varchar, x) without a length keeps 30 characters, as SQL Server's does.
+        int length = t.length > 0 ? t.length : 30;
+        return "CAST(CAST(CAST(" + v + " AS text) AS varchar(" + std::to_string(length) +
+               ")) AS citext)";
+    }
+    case sql::ColumnKind::Integer:
+        return "CAST(" + v + " AS " + (t.name == "bigint" ? "bigint" : "integer") + ")";
+    case sql::ColumnKind::Bit:
+        return "CAST(" + v + " AS boolean)";
+    case sql::ColumnKind::Decimal:
+        return "CAST(" + v + " AS numeric(" + std::to_string(t.precision) + "," +
+               std::to_string(t.scale) + "))";
+    case sql::ColumnKind::Money:
+        return "CAST(" + v + " AS numeric(" + std::to_string(t.precision) + ",4))";
+    case sql::ColumnKind::Float:
+        return "CAST(" + v + " AS double precision)";
+    case sql::ColumnKind::Date:
+        return "CAST(" + v + " AS timestamp(3))";
+    case sql::ColumnKind::Unknown:
+        break;
+    }
+    return "CAST(" + v + " AS " + std::string(type) + ")";
+}
+
+std::string PgDialect::charindex(std::string_view find, std::string_view text) const {
+    return "strpos(lower(CAST(" + std::string(text) + " AS text)), lower(CAST(" +
+           std::string(find) + " AS text)))";
+}
+
+std::string PgDialect::comparedText(std::string literal) const {
+    return literal;
+}
+
+std::pair<std::string, std::string> PgDialect::exactWrap(const sql::ColumnType &) const {
+    return {"", ""};
+}
+
+void PgDialect::checkLiteral(const std::string &, const sql::ColumnType &) const {
+    // The server refuses such a literal itself; the refusal is mapped to SQL
+    // Server's number and text (PgErrorMapping.h).
+}
+
+std::string PgDialect::unnamedAlias() const {
+    return " AS \"" + std::string(unnamedColumn) + "\"";
+}
+
+std::string PgDialect::rowIdentity(std::string_view table, std::string_view alias,
+                                   const sql::Catalog &catalog) const {
+    const std::string &key = catalog.keyColumn(table);
+    if (key.empty())
+        return "";
+    std::string name(alias);
+    if (name.size() >= 2 && name.front() == '"')
+        name = name.substr(1, name.size() - 2);
+    return serverName(name) + "." + serverName(key);
+}
+
+} // namespace ado::postgresql

@@ -1,0 +1,72 @@
+// The translation of the module's SQL Server text into the dialect of the engine underneath.
+#pragma once
+
+#include "ado/sql/Catalog.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace ado::sql {
+
+/// How one engine writes what the translator has understood. The translator
+/// decides what a piece of text means (a date literal, a text compare, a
+/// function call, the row identity of an updatable select); the dialect only
+/// says how the engine spells it, so that every engine shares one reading of
+/// the module's text.
+class Dialect {
+public:
+    virtual ~Dialect() = default;
+    /// The engine's name for SQL Server's function `name` (lower case), "" to keep it.
+    virtual std::string function(std::string_view name) const = 0;
+    /// convert(type, value) and cast(value as type): `type` in lower case,
+    /// `value` already translated.
+    virtual std::string convert(std::string_view type, std::string_view value) const = 0;
+    /// charindex(find, text), both already translated.
+    virtual std::string charindex(std::string_view find, std::string_view text) const = 0;
+    /// A string literal (quotes included, without an N before it) in a place
+    /// where it compares as SQL Server compares text.
+    virtual std::string comparedText(std::string literal) const = 0;
+    /// What goes before and after a value written into a numeric or money
+    /// column so that it takes the column's scale; both "" when the engine
+    /// rounds to the column's scale itself.
+    virtual std::pair<std::string, std::string> exactWrap(const ColumnType &type) const = 0;
+    /// The content of a string literal that goes into, or is compared with,
+    /// a column of `type`: raises SQL Server's refusal where the engine would
+    /// not refuse it itself.
+    virtual void checkLiteral(const std::string &text, const ColumnType &type) const = 0;
+    /// What follows an expression of a select list that has no name.
+    virtual std::string unnamedAlias() const = 0;
+    /// The expression that identifies a row of `table` (written `alias` in
+    /// the statement) for a later change; "" when its rows cannot be.
+    virtual std::string rowIdentity(std::string_view table, std::string_view alias,
+                                    const Catalog &catalog) const = 0;
+};
+
+struct TranslateOptions {
+    /// For a recordset that may change rows: a plain select from one table
+    /// gets the row's identity as an extra, last result column.
+    bool addRowid = false;
+};
+
+struct Translation {
+    std::string sql;
+    /// The one table a plain select reads ("select ... from T where ..."), or
+    /// the table of an insert, update or delete; "" when there is none.
+    std::string baseTable;
+    /// The last result column identifies the row of `baseTable`, added for updating.
+    bool rowidAdded = false;
+    /// Statements in the text (parts between semicolons that hold any).
+    int statements = 0;
+};
+
+/// Translates SQL Server text, token by token; what stands inside string
+/// literals is never touched. The catalog tells column types where the
+/// meaning depends on them (date literals, + between strings). Text the
+/// translator cannot take raises -2147217900 naming what it refused; a date
+/// literal that is no date, compared with a date column, raises SQL Server's
+/// conversion error. docs/sql-dialect.md lists every rule.
+Translation translate(std::string_view text, const Catalog &catalog, const Dialect &dialect,
+                      TranslateOptions options = {});
+
+} // namespace ado::sql
