@@ -1,10 +1,12 @@
 #include "module/records/ScratchServerDatabase.h"
 
+#include "module/records/EmbeddedSql.h"
 #include "module/records/PostgresDatabase.h"
 #include "module/records/ServerDatabase.h"
 #include "vb/Error.h"
 
 #include <atomic>
+#include <cstdint>
 #include <chrono>
 #include <cstdio>
 #include <unistd.h>
@@ -13,15 +15,28 @@ namespace records {
 
 namespace {
 
+// A fingerprint of the server's SQL files (FNV-1a), so that a database kept by a program
+// built from other SQL is not taken for this one's.
+std::string schemaMark() {
+    std::uint32_t hash = 2166136261u;
+    for (const auto &file : embeddedSqlFiles())
+        if (file.name.starts_with("postgresql/"))
+            for (const unsigned char c : file.text)
+                hash = (hash ^ c) * 16777619u;
+    char mark[16];
+    std::snprintf(mark, sizeof mark, "_%08x", hash);
+    return mark;
+}
+
 std::string shapedName(const std::string &use, const std::optional<DemoOptions> &demo) {
     if (!demo)
-        return use + "_empty";
+        return use + "_empty" + schemaMark();
     const std::chrono::year_month_day ymd{demo->date};
     char name[64];
     std::snprintf(name, sizeof name, "_demo_%d_%04d%02u%02u", demo->items,
                   static_cast<int>(ymd.year()), static_cast<unsigned>(ymd.month()),
                   static_cast<unsigned>(ymd.day()));
-    return use + name;
+    return use + name + schemaMark();
 }
 
 // Several test programs and scenarios may ask for the same database at once: one builds it

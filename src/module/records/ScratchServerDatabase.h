@@ -32,7 +32,7 @@ private:
 };
 
 /// A database of the shape `demo` asks for, kept on the server under the name `use` followed
-/// by its shape ("sv_template_demo_200_20261122"), built the first time any run asks for it
+/// by its shape and a mark of the schema ("sv_template_demo_200_20261122_1a2b3c4d"), built the first time any run asks for it
 /// and left for every later one; returns its name. Scratch databases copy the "sv_template"
 /// ones; tests that roll back all they do may share one of their own.
 std::string keptServerDatabase(const std::string &serverUri, const std::optional<DemoOptions> &demo,

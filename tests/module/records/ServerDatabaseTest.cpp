@@ -3,11 +3,15 @@
 #include "TestCluster.h"
 #include "TestDatabase.h"
 
+#include "ado/Connection.h"
 #include "ado/Errors.h"
+#include "ado/Recordset.h"
 #include "ado/sqlite/NativeStatement.h"
 #include "module/records/PostgresDatabase.h"
 #include "module/records/ScratchServerDatabase.h"
 #include "module/records/ServerDatabase.h"
+
+#include "vb/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -138,22 +142,30 @@ TEST_F(ServerDatabasePostgreSQL, AServerThatCannotBeReachedIsToldWithTheOldNumbe
         << description;
 }
 
+// Through the module's own data layer, as the forms reach the server.
 TEST_F(ServerDatabasePostgreSQL, TextComparesIgnoringCaseAndKeepsItsWidth) {
     ScratchServerDatabase scratch(cluster, std::nullopt);
-    PostgresDatabase server(scratch.uri());
-    server.execute("INSERT INTO aUnit (UnitId, UnitCode, UnitName) VALUES (1, 'Kg', 'Kilo')");
-    EXPECT_EQ(server.value("SELECT UnitId FROM aUnit WHERE UnitCode = 'KG'"), "1");
-    EXPECT_EQ(server.value("SELECT UnitId FROM aUnit WHERE UnitName LIKE 'kil%'"), "1");
+    ado::Connection connection;
+    connection.Open(scratch.uri());
+    connection.Execute("insert into aUnit (UnitId, UnitCode, UnitName) values (1, 'Kg', 'Kilo')");
+    auto first = [&](const std::string &sql) {
+        ado::Recordset rs;
+        rs.Open(sql, connection);
+        return rs.Eof() ? std::string("no row") : vb::CStr(rs.Fields(0).Value());
+    };
+    EXPECT_EQ(first("select UnitId from aUnit where UnitCode = 'KG'"), "1");
+    EXPECT_EQ(first("select UnitId from aUnit where UnitName like 'kil%'"), "1");
     EXPECT_EQ(failureOf([&] {
-                  server.execute("INSERT INTO aUnit (UnitId, UnitCode, UnitName) VALUES "
-                                 "(2, 'ABCDEFGHIJK', 'Eleven')");
+                  connection.Execute("insert into aUnit (UnitId, UnitCode, UnitName) values "
+                                     "(2, 'ABCDEFGHIJK', 'Eleven')");
               }),
               ado::errnum::Truncation);
-    EXPECT_NE(description.find("String or binary data would be truncated."), std::string::npos);
+    EXPECT_NE(description.find("String or binary data would be truncated."), std::string::npos)
+        << description;
     // Ten characters and blanks past them fit, as SQL Server drops such blanks.
-    server.execute("INSERT INTO aUnit (UnitId, UnitCode, UnitName) VALUES "
-                   "(3, 'ABCDEFGHIJ  ', 'Ten')");
-    EXPECT_EQ(server.value("SELECT count(*) FROM aUnit"), "2");
+    connection.Execute("insert into aUnit (UnitId, UnitCode, UnitName) values "
+                       "(3, 'ABCDEFGHIJ  ', 'Ten')");
+    EXPECT_EQ(first("select count(*) from aUnit"), "2");
 }
 
 TEST_F(ServerDatabasePostgreSQL, ANewEntryIsNeitherPostedNorCancelled) {

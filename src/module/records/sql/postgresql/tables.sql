@@ -144,7 +144,7 @@ CREATE TABLE louserrights (
 
 CREATE TABLE LOiSettings (
     GodownID INT NOT NULL PRIMARY KEY,
-    sNoBackDays SMALLINT NOT NULL DEFAULT 0,
+    sNoBackDays INT NOT NULL DEFAULT 0,
     defaultfetch CITEXT
         CONSTRAINT defaultfetch_length CHECK (length(rtrim(defaultfetch, ' ')) <= 30)
 );
