@@ -9,18 +9,57 @@ namespace {
 // SQL Server's functions that the server has no match for, made for each
 // connection in its own temporary schema: nothing is left in the database,
 // and a database without the module's schema still runs the module's text.
+// The text functions give citext, so that their results compare ignoring
+// letter case as the columns do (left(svhFutureVc, 1) <> 't').
 constexpr const char *helperFunctions = R"(
+create function pg_temp.sv_fail(message text) returns text language plpgsql
+    as $$ begin raise exception '%', message; end $$;
 create function pg_temp.sv_len(x text) returns integer language sql immutable
     as $$ select length(rtrim(x, ' ')) $$;
 create function pg_temp.sv_len(x anynonarray) returns integer language sql immutable
     as $$ select length(rtrim(x::text, ' ')) $$;
 create function pg_temp.sv_isnumeric(x text) returns integer language sql immutable
-    as $$ select case when x ~ '^\s*[-+]?\s*[$£€¥]?\s*[-+]?(\d[\d,]*\.?\d*|\.\d+)([eEdD][-+]?\d+)?\s*$'
-                      then 1 else 0 end $$;
+    as $$ select case when x ~ '\S' and (x ~ '^\s*[$£€¥]?[-+]?[\d,]*(\.\d*)?\s*$'
+        or x ~ '^\s*[$£€¥]?[-+]?([\d,]*\d[\d,]*(\.\d*)?|[\d,]*\.\d+)[eEdD][-+]?\d+\s*$')
+        then 1 else 0 end $$;
 create function pg_temp.sv_isnumeric(x anynonarray) returns integer language sql immutable
     as $$ select pg_temp.sv_isnumeric(x::text) $$;
 create function pg_temp.sv_getdate() returns timestamp(3) language sql stable
     as $$ select localtimestamp(3) $$;
+create function pg_temp.sv_isnull(x text, y text) returns citext language sql immutable
+    as $$ select coalesce(x, y)::citext $$;
+create function pg_temp.sv_isnull(x text, y numeric) returns citext language sql immutable
+    as $$ select coalesce(x, y::text)::citext $$;
+create function pg_temp.sv_isnull(x anyelement, y anyelement) returns anyelement
+    language sql immutable as $$ select coalesce(x, y) $$;
+create function pg_temp.sv_int(x text) returns integer language sql immutable
+    as $$ select x::integer $$;
+create function pg_temp.sv_int(x numeric) returns integer language sql immutable
+    as $$ select trunc(x)::integer $$;
+create function pg_temp.sv_int(x double precision) returns integer language sql immutable
+    as $$ select trunc(x)::integer $$;
+create function pg_temp.sv_left(x text, n integer) returns citext language sql immutable
+    as $$ select case when n < 0
+        then pg_temp.sv_fail('Invalid length parameter passed to the left function.')
+        else left(x, n) end::citext $$;
+create function pg_temp.sv_right(x text, n integer) returns citext language sql immutable
+    as $$ select case when n < 0
+        then pg_temp.sv_fail('Invalid length parameter passed to the right function.')
+        else right(x, n) end::citext $$;
+create function pg_temp.sv_substring(x text, s integer, n integer) returns citext
+    language sql immutable as $$ select case when n < 0
+        then pg_temp.sv_fail('Invalid length parameter passed to the substring function.')
+        else substring(x from s for n) end::citext $$;
+create function pg_temp.sv_upper(x text) returns citext language sql immutable
+    as $$ select upper(x)::citext $$;
+create function pg_temp.sv_lower(x text) returns citext language sql immutable
+    as $$ select lower(x)::citext $$;
+create function pg_temp.sv_ltrim(x text) returns citext language sql immutable
+    as $$ select ltrim(x, ' ')::citext $$;
+create function pg_temp.sv_rtrim(x text) returns citext language sql immutable
+    as $$ select rtrim(x, ' ')::citext $$;
+create function pg_temp.sv_replace(x text, f text, t text) returns citext language sql immutable
+    as $$ select replace(x, f, t)::citext $$;
 )";
 
 struct Params {

@@ -140,6 +140,8 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         return make(errnum::Unspecified,
                     "Cannot open database requested by the login. The login failed. (" + message +
                         ")");
+    if (state == "P0001") // raised by the helper functions with SQL Server's own text
+        return make(errnum::Statement, message);
     if (state == "54001")
         return make(errnum::Statement, "Some part of your SQL statement is nested too deeply. "
                                        "Rewrite the query or break it up into smaller queries.");

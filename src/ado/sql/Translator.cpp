@@ -400,6 +400,14 @@ void Rewriter::planStrings(Level &level) {
         if (!alias && !plain)
             text = dialect_.comparedText(std::move(text));
         level.edits.replace[level.sig[k]] = text;
+        // x like 'pattern' without an escape: the engine may need another
+        // operator for SQL Server's bracket sets.
+        bool escaped = level.has(k + 1) && level.at(k + 1).isWord("escape");
+        if (k > 0 && level.at(k - 1).isWord("like") && !escaped && !dateStrings_.count(&n))
+            if (auto like = dialect_.like(n.token.stringValue())) {
+                level.edits.replace[level.sig[k - 1]] = like->first;
+                level.edits.replace[level.sig[k]] = like->second;
+            }
     }
 }
 

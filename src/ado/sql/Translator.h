@@ -3,6 +3,7 @@
 
 #include "ado/sql/Catalog.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,6 +36,11 @@ public:
     /// a column of `type`: raises SQL Server's refusal where the engine would
     /// not refuse it itself.
     virtual void checkLiteral(const std::string &text, const ColumnType &type) const = 0;
+    /// For `x like 'pattern'` (no escape clause; `pattern` is the literal's
+    /// content): the operator and the literal that say the same to the
+    /// engine, or nothing to keep both as written.
+    virtual std::optional<std::pair<std::string, std::string>> like(
+        const std::string &pattern) const = 0;
     /// What follows an expression of a select list that has no name.
     virtual std::string unnamedAlias() const = 0;
     /// The expression that identifies a row of `table` (written `alias` in

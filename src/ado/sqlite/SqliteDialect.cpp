@@ -44,6 +44,11 @@ void SqliteDialect::checkLiteral(const std::string &text, const sql::ColumnType 
         toStored(vb::Variant(text), type);
 }
 
+// The database's own like function takes SQL Server's patterns (Functions.h).
+std::optional<std::pair<std::string, std::string>> SqliteDialect::like(const std::string &) const {
+    return std::nullopt;
+}
+
 std::string SqliteDialect::unnamedAlias() const {
     return " AS \"\"";
 }

@@ -1,0 +1,72 @@
+// The tables of TempDatabase.h on the throwaway PostgreSQL cluster, made again for each test.
+#pragma once
+
+#include "ado/Connection.h"
+#include "pg/TestCluster.h"
+
+#include <string>
+#include <string_view>
+
+namespace adotest {
+
+/// The shared test tables as a database for this module declares them on the
+/// server: text columns citext with a check named COLUMN_length, bit columns
+/// the domain sv_bit, money numeric(19,4).
+inline constexpr std::string_view pgTestSchema = R"(
+drop table if exists loiStockVerificationHeader, loiStockVerificationDetail, aItem cascade;
+do $$ begin
+  if not exists (select 1 from pg_type where typname = 'sv_bit') then
+    create domain sv_bit as smallint check (value in (0, 1));
+  end if;
+end $$;
+create table loiStockVerificationHeader (
+    svhid int not null,
+    svhno citext constraint svhno_length check (length(svhno) <= 20),
+    svhdate timestamp(3),
+    svhremarks citext constraint svhremarks_length check (length(svhremarks) <= 250),
+    svhVerificationby citext constraint svhverificationby_length
+        check (length(svhVerificationby) <= 50),
+    svhGodownid int not null,
+    svhFutureVc citext constraint svhfuturevc_length check (length(svhFutureVc) <= 7),
+    svhcancelled int not null default 0, svhposted sv_bit not null default 0,
+    svhcancelledRemarks citext constraint svhcancelledremarks_length
+        check (length(svhcancelledRemarks) <= 255),
+    updatetime timestamp(3));
+create table loiStockVerificationDetail (
+    svdid int, svdGodownID int, svdLocationid int, svdShipmentID int, svdItemID int,
+    svdAvailStock numeric(18,3), svdVerifiedStock numeric(18,3),
+    svdavailbadstock numeric(18,3), svdverifiedbadstock numeric(18,3),
+    svdcostprice numeric(19,4));
+create table aItem (ItemId int primary key,
+    itemcode citext constraint itemcode_length check (length(itemcode) <= 20),
+    itemrate double precision, Active sv_bit default 1);
+)";
+
+/// Runs native statements on the cluster, outside the module's provider;
+/// raises std::runtime_error with the server's message when one fails.
+void pgNative(const std::string &uri, std::string_view sql);
+
+/// The cluster's database with `schema` made afresh. `skipped()` says why
+/// there is none (GTEST_SKIP with it).
+class PgTempDatabase {
+public:
+    explicit PgTempDatabase(std::string_view schema = pgTestSchema) {
+        uri_ = pgtest::clusterUri(whyNot_);
+        if (!uri_.empty())
+            pgNative(uri_, schema);
+    }
+    const std::string &uri() const { return uri_; }
+    bool available() const { return !uri_.empty(); }
+    const std::string &whyNot() const { return whyNot_; }
+    ado::Connection connect() const {
+        ado::Connection c;
+        c.Open(uri_);
+        return c;
+    }
+
+private:
+    std::string uri_;
+    std::string whyNot_;
+};
+
+} // namespace adotest
