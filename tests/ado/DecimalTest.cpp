@@ -1,5 +1,5 @@
 // Exact decimals: numeric and money columns keep their scale, sums of them are exact.
-#include "TempDatabase.h"
+#include "EngineTest.h"
 #include "ado/Connection.h"
 #include "ado/Recordset.h"
 #include "ado/sqlite/ExactDecimal.h"
@@ -73,15 +73,10 @@ TEST(DecimalTest, SumsAreExact) {
     EXPECT_EQ(ado::sqlite::toDouble(big.total()), 1.89e20);
 }
 
-class ExactColumnsTest : public ::testing::Test {
-protected:
-    void SetUp() override { c = db.connect(); }
-    TempDatabase db;
-    ado::Connection c;
-};
+class ExactColumnsTest : public adotest::EngineTest {};
 
 // Every way a value reaches a numeric(18,3) or money column rounds it alike.
-TEST_F(ExactColumnsTest, WritesRoundToTheColumnsScale) {
+TEST_P(ExactColumnsTest, WritesRoundToTheColumnsScale) {
     ado::Recordset rs;
     rs.Open("select * from loiStockVerificationDetail", c, ado::adOpenKeyset,
             ado::adLockOptimistic);
@@ -104,7 +99,7 @@ TEST_F(ExactColumnsTest, WritesRoundToTheColumnsScale) {
 }
 
 // The fault that showed a netted item as stocked: 0.1 + 0.2 - 0.3 summed to 5.55E-17.
-TEST_F(ExactColumnsTest, SumsOfDecimalsNetToZeroAndCompareAsSqlServerCompares) {
+TEST_P(ExactColumnsTest, SumsOfDecimalsNetToZeroAndCompareAsSqlServerCompares) {
     c.Execute("insert into loiStockVerificationDetail (svdid, svdItemID, svdAvailStock) values "
               "(1, 7, 0.1), (1, 7, 0.2), (1, 7, -0.3), (1, 8, 0.1), (1, 8, 1), (1, 9, null)");
     ado::Recordset rs = c.Execute("select svdItemID, sum(svdAvailStock), avg(svdAvailStock) from "
@@ -140,5 +135,7 @@ TEST_F(ExactColumnsTest, SumsOfDecimalsNetToZeroAndCompareAsSqlServerCompares) {
               std::string::npos)
         << e.description();
 }
+
+RUN_ON_BOTH_ENGINES(ExactColumnsTest);
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 
 namespace adotest {
@@ -24,13 +25,14 @@ protected:
                 GTEST_SKIP() << server->whyNot();
             c = server->connect();
         } else {
-            embedded.emplace();
-            c = embedded->connect();
+            c = files.connect();
         }
     }
     bool onServer() const { return GetParam() == Engine::PostgreSQL; }
+    /// A folder of the test's own for files (a trace), on either engine.
+    std::filesystem::path folder() const { return files.folder(); }
 
-    std::optional<TempDatabase> embedded;
+    TempDatabase files;
     std::optional<PgTempDatabase> server;
     ado::Connection c;
 };

@@ -11,7 +11,8 @@ namespace adotest {
 
 /// The shared test tables as a database for this module declares them on the
 /// server: text columns citext with a check named COLUMN_length, bit columns
-/// the domain sv_bit, money numeric(19,4).
+/// the domain sv_bit, money numeric(19,4). The header has its key, which the
+/// server provider needs to change a row that a recordset read.
 inline constexpr std::string_view pgTestSchema = R"(
 drop table if exists loiStockVerificationHeader, loiStockVerificationDetail, aItem cascade;
 do $$ begin
@@ -20,7 +21,7 @@ do $$ begin
   end if;
 end $$;
 create table loiStockVerificationHeader (
-    svhid int not null,
+    svhid int primary key,
     svhno citext constraint svhno_length check (length(svhno) <= 20),
     svhdate timestamp(3),
     svhremarks citext constraint svhremarks_length check (length(svhremarks) <= 250),
@@ -40,6 +41,17 @@ create table loiStockVerificationDetail (
 create table aItem (ItemId int primary key,
     itemcode citext constraint itemcode_length check (length(itemcode) <= 20),
     itemrate double precision, Active sv_bit default 1);
+-- What the tests' own checks of the tables call, as the embedded database has them.
+create or replace function ifnull(a anyelement, b anyelement) returns anyelement
+    language sql as $f$ select coalesce(a, b) $f$;
+create or replace function sv_concat_step(a text, b text) returns text
+    language sql as $f$ select case when a is null then b when b is null then a
+                                    else a || ',' || b end $f$;
+create or replace aggregate group_concat(text) (sfunc = sv_concat_step, stype = text);
+create or replace function sv_concat_step(a text, b text, sep text) returns text
+    language sql as $f$ select case when a is null then b when b is null then a
+                                    else a || sep || b end $f$;
+create or replace aggregate group_concat(text, text) (sfunc = sv_concat_step, stype = text);
 )";
 
 /// Runs native statements on the cluster, outside the module's provider;

@@ -206,7 +206,9 @@ TEST_F(PostgreSQLProviderTest, AddNewAndUpdateFindTheRowByItsKey) {
     edit.Close();
     EXPECT_EQ(first("select itemcode from aItem where ItemId = 2"), "changed");
 
-    // Without a key a table takes new rows but cannot have them changed.
+    // Without a key a row is found by its ctid, which moves at every write:
+    // the second and third change must still find it, and only it.
+    c.Execute("insert loiStockVerificationDetail (svdid, svdAvailStock) values (8, 1)");
     ado::Recordset detail;
     detail.Open("select * from loiStockVerificationDetail", c, ado::adOpenKeyset,
                 ado::adLockOptimistic);
@@ -214,9 +216,19 @@ TEST_F(PostgreSQLProviderTest, AddNewAndUpdateFindTheRowByItsKey) {
     detail.Fields("svdid") = vb::Variant(std::int32_t{9});
     detail.Fields("svdAvailStock") = vb::Variant("2.5");
     detail.Update();
+    EXPECT_EQ(detail.Fields("svdAvailStock").Value(), vb::Variant(2.5)); // read back
+    for (double stock : {3.0, 4.0}) {
+        detail.Fields("svdAvailStock") = vb::Variant(stock);
+        detail.Update();
+    }
+    detail.MoveFirst();
+    detail.Fields("svdVerifiedStock") = vb::Variant(1.5);
+    detail.Update();
     detail.Close();
     EXPECT_EQ(first("select svdAvailStock * 2 from loiStockVerificationDetail where svdid = 9"),
-              "5");
+              "8");
+    EXPECT_EQ(first("select count(*) from loiStockVerificationDetail where svdVerifiedStock = 1.5"),
+              "1");
 }
 
 TEST_F(PostgreSQLProviderTest, AFailedStatementLeavesTheTransactionOpen) {

@@ -2,7 +2,7 @@
 // objects.
 #include "ado/Recordset.h"
 
-#include "TempDatabase.h"
+#include "EngineTest.h"
 #include "ado/Connection.h"
 #include "vb/Date.h"
 
@@ -15,10 +15,11 @@ namespace {
 
 using adotest::errorOf;
 using adotest::scalar;
-using adotest::TempDatabase;
 
 constexpr std::string_view items = "insert into aItem (ItemId, itemcode, itemrate) values "
                                    "(1, 'A1', 1.5), (2, 'B2', null), (3, 'C3', 3)";
+
+class RecordsetTest : public adotest::EngineTest {};
 
 std::string readFile(const std::string &path) {
     std::ifstream in(path);
@@ -27,9 +28,7 @@ std::string readFile(const std::string &path) {
     return s.str();
 }
 
-TEST(RecordsetTest, RecordCountIsKnownForKeysetAndStaticOnly) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, RecordCountIsKnownForKeysetAndStaticOnly) {
     c.Execute(std::string(items));
     for (auto [cursor, expected] : {std::pair{ado::adOpenForwardOnly, -1L},
                                     {ado::adOpenKeyset, 3L},
@@ -41,9 +40,7 @@ TEST(RecordsetTest, RecordCountIsKnownForKeysetAndStaticOnly) {
     }
 }
 
-TEST(RecordsetTest, MovesThroughRowsAndRaises3021PastTheEnds) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, MovesThroughRowsAndRaises3021PastTheEnds) {
     c.Execute(std::string(items));
     ado::Recordset rs;
     rs.Open("select ItemId from aItem order by ItemId", c, ado::adOpenKeyset,
@@ -64,9 +61,7 @@ TEST(RecordsetTest, MovesThroughRowsAndRaises3021PastTheEnds) {
     EXPECT_EQ(errorOf([&] { rs.MovePrevious(); }).number(), 3021);
 }
 
-TEST(RecordsetTest, EmptyResultIsAtBothEndsAndMoveFirstFails) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, EmptyResultIsAtBothEndsAndMoveFirstFails) {
     for (int cursor : {ado::adOpenForwardOnly, ado::adOpenKeyset}) {
         ado::Recordset rs;
         rs.Open("select * from aItem", c, cursor, ado::adLockReadOnly);
@@ -77,9 +72,7 @@ TEST(RecordsetTest, EmptyResultIsAtBothEndsAndMoveFirstFails) {
     }
 }
 
-TEST(RecordsetTest, ForwardOnlyReadsOnwardAndRefusesToGoBack) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, ForwardOnlyReadsOnwardAndRefusesToGoBack) {
     c.Execute(std::string(items));
     ado::Recordset rs;
     rs.Open("select itemcode from aItem order by ItemId", c);
@@ -95,9 +88,7 @@ TEST(RecordsetTest, ForwardOnlyReadsOnwardAndRefusesToGoBack) {
     EXPECT_EQ(rs.Fields(0).Value(), vb::Variant("A1"));
 }
 
-TEST(RecordsetTest, FieldsByNameIgnoreCaseAndKeepTheStatementsNames) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, FieldsByNameIgnoreCaseAndKeepTheStatementsNames) {
     c.Execute(std::string(items));
     ado::Recordset rs;
     rs.Open("select ITEMCODE, itemrate * 2, itemrate rate from aItem where ItemId = 1", c);
@@ -113,9 +104,7 @@ TEST(RecordsetTest, FieldsByNameIgnoreCaseAndKeepTheStatementsNames) {
     EXPECT_EQ(errorOf([&] { rs.Fields(3); }).number(), 3265);
 }
 
-TEST(RecordsetTest, ValuesComeAsTheOldLayerGaveThem) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, ValuesComeAsTheOldLayerGaveThem) {
     c.Execute("insert into loiStockVerificationHeader (svhid, svhno, svhdate, svhGodownid, "
               "svhposted, updatetime) values (7, 'SV/7', '2026/11/22', 1, 1, null)");
     c.Execute("insert into loiStockVerificationDetail (svdid, svdAvailStock) values (7, 12)");
@@ -135,11 +124,9 @@ TEST(RecordsetTest, ValuesComeAsTheOldLayerGaveThem) {
     EXPECT_EQ(d.Fields(0).Value(), vb::Variant(12.0)); // a decimal column gives a Double
 }
 
-TEST(RecordsetTest, OpeningToAddNewReadsNoRow) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, OpeningToAddNewReadsNoRow) {
     c.Execute(std::string(items));
-    std::string trace = (db.folder() / "trace.txt").string();
+    std::string trace = (folder() / "trace.txt").string();
     c.traceSql(trace);
     {
         ado::Recordset rs;
@@ -155,9 +142,7 @@ TEST(RecordsetTest, OpeningToAddNewReadsNoRow) {
     EXPECT_EQ(scalar(c, "select count(*) from aItem"), "4");
 }
 
-TEST(RecordsetTest, AddedRowTakesTheDefaultsAndStoredForms) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, AddedRowTakesTheDefaultsAndStoredForms) {
     ado::Recordset rs;
     rs.Open("select * from loiStockVerificationHeader", c, ado::adOpenKeyset,
             ado::adLockOptimistic);
@@ -175,9 +160,7 @@ TEST(RecordsetTest, AddedRowTakesTheDefaultsAndStoredForms) {
               "2026-11-22 00:00:00|2026-11-22 12:00:00");
 }
 
-TEST(RecordsetTest, NumericColumnsRefuseTextThatIsNoNumber) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, NumericColumnsRefuseTextThatIsNoNumber) {
     ado::Recordset rs;
     rs.Open("select * from loiStockVerificationDetail", c, ado::adOpenKeyset,
             ado::adLockOptimistic);
@@ -207,9 +190,10 @@ TEST(RecordsetTest, NumericColumnsRefuseTextThatIsNoNumber) {
     EXPECT_EQ(scalar(c, "select count(*) from loiStockVerificationDetail"), "1");
 }
 
-TEST(RecordsetTest, ChangesTheRowItReadAndNoOther) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, ChangesTheRowItReadAndNoOther) {
+    if (onServer())
+        GTEST_SKIP() << "on PostgreSQL rows are told apart by their table's key, so two rows "
+                        "alike in every column cannot stand in a table that recordsets change";
     // Two rows alike in every column: only the rowid tells them apart.
     c.Execute("insert into loiStockVerificationHeader (svhid, svhGodownid) values (1, 1), (1, 1)");
     ado::Recordset rs;
@@ -225,9 +209,7 @@ TEST(RecordsetTest, ChangesTheRowItReadAndNoOther) {
               "1:clerk:counted twice,0:-");
 }
 
-TEST(RecordsetTest, MovingOffAnEditedRowSavesIt) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, MovingOffAnEditedRowSavesIt) {
     c.Execute(std::string(items));
     ado::Recordset rs;
     rs.Open("select * from aItem order by ItemId", c, ado::adOpenStatic, ado::adLockOptimistic);
@@ -238,9 +220,7 @@ TEST(RecordsetTest, MovingOffAnEditedRowSavesIt) {
     EXPECT_EQ(scalar(c, "select itemcode from aItem where ItemId = 1"), "a1");
 }
 
-TEST(RecordsetTest, BatchOptimisticWritesOnUpdateBatch) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, BatchOptimisticWritesOnUpdateBatch) {
     ado::Recordset rs;
     rs.Open("SELECT * FROM aItem", c, ado::adOpenStatic, ado::adLockBatchOptimistic);
     for (int id : {1, 2}) {
@@ -253,9 +233,7 @@ TEST(RecordsetTest, BatchOptimisticWritesOnUpdateBatch) {
     EXPECT_EQ(scalar(c, "select count(*) from aItem"), "2");
 }
 
-TEST(RecordsetTest, RefusesWritesItCannotMake) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, RefusesWritesItCannotMake) {
     c.Execute(std::string(items));
     ado::Recordset ro;
     ro.Open("select * from aItem", c, ado::adOpenKeyset, ado::adLockReadOnly);
@@ -281,9 +259,7 @@ TEST(RecordsetTest, RefusesWritesItCannotMake) {
     EXPECT_EQ(errorOf([&] { editing.Open("select 1", c, 5); }).number(), 3001);
 }
 
-TEST(RecordsetTest, StatementWithoutRowsRunsAtOnceAndStaysClosed) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, StatementWithoutRowsRunsAtOnceAndStaysClosed) {
     c.Execute(std::string(items));
     ado::Recordset rs;
     rs.Open("update aItem set itemrate = 0 where ItemId = 1", c, ado::adOpenKeyset,
@@ -293,9 +269,7 @@ TEST(RecordsetTest, StatementWithoutRowsRunsAtOnceAndStaysClosed) {
     EXPECT_EQ(errorOf([&] { rs.Open("select 1; select 2", c); }).number(), -2147217900);
 }
 
-TEST(RecordsetTest, CopiesShareTheCursor) {
-    TempDatabase db;
-    auto c = db.connect();
+TEST_P(RecordsetTest, CopiesShareTheCursor) {
     c.Execute(std::string(items));
     ado::Recordset a;
     a.Open("select ItemId from aItem order by ItemId", c, ado::adOpenKeyset, ado::adLockReadOnly);
@@ -304,5 +278,7 @@ TEST(RecordsetTest, CopiesShareTheCursor) {
     EXPECT_EQ(a.Fields(0).Value(), vb::Variant(2));
     EXPECT_TRUE(a == b);
 }
+
+RUN_ON_BOTH_ENGINES(RecordsetTest);
 
 } // namespace

@@ -10,7 +10,8 @@ namespace {
 // connection in its own temporary schema: nothing is left in the database,
 // and a database without the module's schema still runs the module's text.
 // The text functions give citext, so that their results compare ignoring
-// letter case as the columns do (left(svhFutureVc, 1) <> 't').
+// letter case as the columns do (left(svhFutureVc, 1) <> 't'); avg of
+// integers cuts its result to an integer, as SQL Server's does.
 constexpr const char *helperFunctions = R"(
 create function pg_temp.sv_fail(message text) returns text language plpgsql
     as $$ begin raise exception '%', message; end $$;
@@ -38,6 +39,24 @@ create function pg_temp.sv_int(x numeric) returns integer language sql immutable
     as $$ select trunc(x)::integer $$;
 create function pg_temp.sv_int(x double precision) returns integer language sql immutable
     as $$ select trunc(x)::integer $$;
+create function pg_temp.sv_avg_step(s numeric[], x numeric) returns numeric[]
+    language sql immutable strict as $$ select array[s[1] + 1, s[2] + x] $$;
+create function pg_temp.sv_avg_step(s numeric[], x integer) returns numeric[]
+    language sql immutable strict as $$ select array[s[1] + 1, s[2] + x] $$;
+create function pg_temp.sv_avg_step(s numeric[], x double precision) returns numeric[]
+    language sql immutable strict as $$ select array[s[1] + 1, s[2] + x::numeric] $$;
+create function pg_temp.sv_avg_int(s numeric[]) returns integer language sql immutable
+    as $$ select case when s[1] = 0 then null else trunc(s[2] / s[1])::integer end $$;
+create function pg_temp.sv_avg_numeric(s numeric[]) returns numeric language sql immutable
+    as $$ select case when s[1] = 0 then null else s[2] / s[1] end $$;
+create function pg_temp.sv_avg_float(s numeric[]) returns double precision language sql immutable
+    as $$ select case when s[1] = 0 then null else (s[2] / s[1])::double precision end $$;
+create aggregate pg_temp.sv_avg(integer) (sfunc = pg_temp.sv_avg_step, stype = numeric[],
+    finalfunc = pg_temp.sv_avg_int, initcond = '{0,0}');
+create aggregate pg_temp.sv_avg(numeric) (sfunc = pg_temp.sv_avg_step, stype = numeric[],
+    finalfunc = pg_temp.sv_avg_numeric, initcond = '{0,0}');
+create aggregate pg_temp.sv_avg(double precision) (sfunc = pg_temp.sv_avg_step,
+    stype = numeric[], finalfunc = pg_temp.sv_avg_float, initcond = '{0,0}');
 create function pg_temp.sv_left(x text, n integer) returns citext language sql immutable
     as $$ select case when n < 0
         then pg_temp.sv_fail('Invalid length parameter passed to the left function.')

@@ -83,10 +83,14 @@ bool PgCursor::next(Row &row) {
                             ? vb::Variant::null()
                             : readValue(PQgetvalue(result_.get(), next_, c), types_[i], bits_[i]);
     }
-    row.rowid = identified_ ? std::strtoll(PQgetvalue(result_.get(), next_,
-                                                      static_cast<int>(fields_.size())),
-                                           nullptr, 10)
-                            : 0;
+    row.rowid = 0;
+    if (identified_) {
+        int at = static_cast<int>(fields_.size());
+        const char *identity = PQgetvalue(result_.get(), next_, at);
+        constexpr Oid tidOid = 27;
+        row.rowid = PQftype(result_.get(), at) == tidOid ? rowidOfTid(identity)
+                                                          : std::strtoll(identity, nullptr, 10);
+    }
     ++next_;
     return true;
 }

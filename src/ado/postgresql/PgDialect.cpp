@@ -1,8 +1,23 @@
 #include "ado/postgresql/PgDialect.h"
 
+#include <cstdlib>
 #include <map>
 
 namespace ado::postgresql {
+
+std::int64_t rowidOfTid(std::string_view tid) {
+    // "(block,offset)": the offset is below 2^16, the block below 2^32.
+    auto comma = tid.find(',');
+    if (tid.size() < 5 || comma == std::string_view::npos)
+        return 0;
+    std::int64_t block = std::strtoll(std::string(tid.substr(1, comma - 1)).c_str(), nullptr, 10);
+    std::int64_t offset = std::strtoll(std::string(tid.substr(comma + 1)).c_str(), nullptr, 10);
+    return (block << 16) | offset;
+}
+
+std::string tidOfRowid(std::int64_t rowid) {
+    return "(" + std::to_string(rowid >> 16) + "," + std::to_string(rowid & 0xffff) + ")";
+}
 
 std::string serverName(std::string_view name) {
     std::string out = "\"";
@@ -21,7 +36,8 @@ std::string PgDialect::function(std::string_view name) const {
         {"left", "pg_temp.sv_left"},       {"right", "pg_temp.sv_right"},
         {"substring", "pg_temp.sv_substring"}, {"upper", "pg_temp.sv_upper"},
         {"lower", "pg_temp.sv_lower"},     {"ltrim", "pg_temp.sv_ltrim"},
-        {"rtrim", "pg_temp.sv_rtrim"},     {"replace", "pg_temp.sv_replace"}};
+        {"rtrim", "pg_temp.sv_rtrim"},     {"replace", "pg_temp.sv_replace"},
+        {"avg", "pg_temp.sv_avg"}};
     auto it = renamed.find(name);
     return it == renamed.end() ? "" : it->second;
 }
@@ -108,12 +124,10 @@ std::string PgDialect::unnamedAlias() const {
 std::string PgDialect::rowIdentity(std::string_view table, std::string_view alias,
                                    const sql::Catalog &catalog) const {
     const std::string &key = catalog.keyColumn(table);
-    if (key.empty())
-        return "";
     std::string name(alias);
     if (name.size() >= 2 && name.front() == '"')
         name = name.substr(1, name.size() - 2);
-    return serverName(name) + "." + serverName(key);
+    return serverName(name) + "." + (key.empty() ? std::string("ctid") : serverName(key));
 }
 
 } // namespace ado::postgresql

@@ -3,6 +3,8 @@
 
 #include "ado/sql/Translator.h"
 
+#include <cstdint>
+
 namespace ado::postgresql {
 
 /// The text columns of a database for this module are citext: they compare
@@ -36,6 +38,10 @@ public:
 
 /// The name an expression without a name gets in a result: read as "".
 inline constexpr std::string_view unnamedColumn = "?column?";
+
+/// The rowid that stands for a row's ctid "(block,offset)", and back.
+std::int64_t rowidOfTid(std::string_view tid);
+std::string tidOfRowid(std::int64_t rowid);
 
 /// A name as the server keeps a name written without quotes: in lower case, quoted.
 std::string serverName(std::string_view name);

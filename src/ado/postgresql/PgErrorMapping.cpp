@@ -85,6 +85,14 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
     if (state == "42883") {
         auto name = message.substr(message.find(' ') + 1);
         name = name.substr(0, name.find('('));
+        auto bare = name.substr(name.rfind('.') == std::string::npos ? 0 : name.rfind('.') + 1);
+        bool onText = message.find("(citext)") != std::string::npos ||
+                      message.find("(text)") != std::string::npos ||
+                      message.find("(character varying)") != std::string::npos;
+        if ((bare == "sum" || bare == "sv_avg") && onText)
+            return make(errnum::Statement, "Operand data type varchar is invalid for " +
+                                               std::string(bare == "sum" ? "sum" : "avg") +
+                                               " operator.");
         return make(errnum::Statement, "'" + name + "' is not a recognized built-in function name.");
     }
     if (state == "42601")
@@ -106,6 +114,9 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         return make(errnum::Statement, "Divide by zero error encountered.");
     if (state == "22P02") {
         std::string type = sqlServerType(message);
+        // SQL Server words the refusal of text by numeric and float its own way.
+        if (type == "numeric" || type == "float" || type == "real" || type == "money")
+            return make(errnum::Conversion, "Error converting data type varchar to " + type + ".");
         if (!type.empty())
             return make(errnum::Conversion, "Conversion failed when converting the varchar value '" +
                                                 refusedValue(message) + "' to data type " + type +

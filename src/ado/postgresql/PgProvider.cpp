@@ -159,16 +159,16 @@ std::int64_t PgProvider::insertRow(std::string_view table, const std::vector<Col
         params.push_back(parameterOf(*values[i].value));
     }
     sql += values.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + marks + ")";
-    if (!key.empty())
-        sql += " RETURNING " + serverName(key);
+    sql += " RETURNING " + (key.empty() ? std::string("ctid") : serverName(key));
     if (log.detailed)
         log.translated = sql + "\n" + describeValues(values);
     writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "insert into " + std::string(table));
     log.rows = 1;
-    if (key.empty() || PQntuples(r.get()) == 0 || PQgetisnull(r.get(), 0, 0))
+    if (PQntuples(r.get()) == 0 || PQgetisnull(r.get(), 0, 0))
         return 0;
-    return std::strtoll(PQgetvalue(r.get(), 0, 0), nullptr, 10);
+    return key.empty() ? rowidOfTid(PQgetvalue(r.get(), 0, 0))
+                       : std::strtoll(PQgetvalue(r.get(), 0, 0), nullptr, 10);
 }
 
 void PgProvider::updateRow(std::string_view table, std::int64_t rowid,
@@ -176,40 +176,38 @@ void PgProvider::updateRow(std::string_view table, std::int64_t rowid,
     if (values.empty())
         return;
     const std::string &key = tableOf(table).keyColumn(table);
-    if (key.empty())
-        throw adoError(errnum::NotUpdatable, std::string(providerSource));
     std::string sql = "UPDATE " + serverName(table) + " SET ";
     std::vector<Param> params;
     for (std::size_t i = 0; i < values.size(); ++i) {
         sql += (i ? ", " : "") + serverName(*values[i].column) + " = $" + std::to_string(i + 1);
         params.push_back(parameterOf(*values[i].value));
     }
-    sql += " WHERE " + serverName(key) + " = $" + std::to_string(values.size() + 1);
-    params.push_back(std::to_string(rowid));
+    sql += " WHERE " + identity(table, key, rowid, params) + " RETURNING ctid";
     if (log.detailed)
-        log.translated = sql + "\n" + describeValues(values) + ", " + key + "=" +
-                         std::to_string(rowid);
+        log.translated = sql + "\n" + describeValues(values) + ", " + params.back().value_or("");
     writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "update " + std::string(table));
     log.rows = affected(r);
+    if (key.empty() && log.rows == 1)
+        moved_[{sql::lowerCase(table), rowid}] = rowidOfTid(PQgetvalue(r.get(), 0, 0));
     if (log.rows == 0)
         throw adoError(errnum::RowNotLocated, std::string(providerSource),
                        adoErrorText(errnum::RowNotLocated) + " (" + std::string(table) + " " +
-                           key + " " + std::to_string(rowid) + ")");
+                           params.back().value_or("") + ")");
 }
 
 std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_t rowid,
                                              const std::vector<std::string> &columns) {
     const std::string &key = tableOf(table).keyColumn(table);
-    if (key.empty() || rowid == 0)
+    if (rowid == 0)
         return {}; // the row keeps the values it was written with
     std::string names;
     for (const auto &c : columns)
         names += (names.empty() ? "" : ", ") + serverName(c);
+    std::vector<Param> params;
     std::string sql = "SELECT " + (names.empty() ? std::string("1") : names) + " FROM " +
-                      serverName(table) + " WHERE " + serverName(key) + " = $1";
-    PgResult r = conn_->runPrepared(sql, {std::to_string(rowid)}, "select from " +
-                                                                      std::string(table));
+                      serverName(table) + " WHERE " + identity(table, key, rowid, params);
+    PgResult r = conn_->runPrepared(sql, params, "select from " + std::string(table));
     std::vector<vb::Variant> values;
     if (PQntuples(r.get()) == 0)
         return values;
@@ -221,6 +219,23 @@ std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_
                              : readValue(PQgetvalue(r.get(), 0, i), PQftype(r.get(), i), bit));
     }
     return values;
+}
+
+std::string PgProvider::identity(std::string_view table, const std::string &key,
+                                 std::int64_t rowid, std::vector<Param> &params) const {
+    std::string mark = "$" + std::to_string(params.size() + 1);
+    if (!key.empty()) {
+        params.push_back(std::to_string(rowid));
+        return serverName(key) + " = " + mark;
+    }
+    // A row this connection changed has moved: follow it to where it stands now.
+    auto at = moved_.find({sql::lowerCase(table), rowid});
+    while (at != moved_.end()) {
+        rowid = at->second;
+        at = moved_.find({sql::lowerCase(table), rowid});
+    }
+    params.push_back(tidOfRowid(rowid));
+    return "ctid = " + mark;
 }
 
 std::vector<ParameterInfo> PgProvider::procedureParameters(std::string_view name) {

@@ -7,6 +7,7 @@
 #include "ado/postgresql/PgDialect.h"
 #include "ado/postgresql/WriterLock.h"
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,8 +20,8 @@ namespace ado::postgresql {
 /// embedded database's, spelled by PgDialect. Isolation is the server's
 /// read-committed: a statement waits for another connection's uncommitted
 /// write to the rows it needs, up to the command timeout. Rows written
-/// through recordsets are identified by their table's integer primary key
-/// (PgDialect.h); a table without one takes new rows but cannot change them.
+/// through recordsets are identified by their table's integer primary key,
+/// or by their ctid where a table has none (PgDialect.h).
 /// Stored procedures are the server's functions of the same name, called
 /// with their arguments in order inside the caller's transaction; a function
 /// that returns an integer gives the return value.
@@ -63,10 +64,17 @@ private:
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
+    /// The condition that finds a row by its rowid, its value added to `params`.
+    std::string identity(std::string_view table, const std::string &key, std::int64_t rowid,
+                         std::vector<Param> &params) const;
+
     std::shared_ptr<PgConnection> conn_;
     WriterLock writerLock_;
     std::optional<PgCatalog> catalog_;
     PgDialect dialect_;
+    /// Rows of tables without a key that this connection changed: the ctid a
+    /// recordset knows them by, and the one they have now.
+    std::map<std::pair<std::string, std::int64_t>, std::int64_t> moved_;
 };
 
 /// A value as the text parameter the server reads for it; nothing for Null and Empty.
