@@ -1,5 +1,8 @@
 // Saving a new entry through the entry form's OK (a total count of 5,000 rows, a plain
-// one of 1,000) against SQLite's own prepared inserts of the same header and lines.
+// one of 1,000) against SQLite's own prepared inserts of the same header and lines; and the
+// same saves on a PostgreSQL server against the same saves on the embedded database, when
+// STOCKVERIFY_TEST_PG names a server (a postgresql:// URI of a database from which the user
+// may create databases).
 #include "CitextCollation.h"
 #include "ScratchFolder.h"
 
@@ -9,6 +12,7 @@
 #include "module/entry/frmStockVerification.h"
 #include "module/frame/Module.h"
 #include "module/records/DatabaseFile.h"
+#include "module/records/ScratchServerDatabase.h"
 #include "services/Context.h"
 #include "vb/Conversion.h"
 #include "vb/Date.h"
@@ -19,6 +23,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -64,8 +69,10 @@ Row rowOf(int i) {
 class Session {
 public:
     Session(const std::string &name, std::int32_t interfaceId)
+        : Session(name, interfaceId, "sqlite:" + demoCopy(name + ".db").string()) {}
+    Session(const std::string &name, std::int32_t interfaceId, const std::string &connectionString)
         : context(screen, folder() / (name + "-state")), m(context) {
-        connection.Open("sqlite:" + demoCopy(name + ".db").string());
+        connection.Open(connectionString);
         m.adocon = connection;
         m.intCompanyID = 1;
         m.intUserID = 1;
@@ -204,6 +211,71 @@ void BM_SavePlainEntry1000Rows(benchmark::State &state) {
 }
 BENCHMARK(BM_SavePlainEntry1000Rows)->Unit(benchmark::kMillisecond);
 
+// The same demo on the server, in a database of the benchmark's own.
+std::unique_ptr<records::ScratchServerDatabase> serverDemo(const std::string &server) {
+    records::DemoOptions demo;
+    demo.items = demoItems;
+    return std::make_unique<records::ScratchServerDatabase>(server, demo);
+}
+
+// The module's save on the server and on the embedded database, in every iteration.
+void serverVersusEmbedded(benchmark::State &state, const std::string &server,
+                          std::int32_t interfaceId, int rows) {
+    const std::string name = std::to_string(interfaceId);
+    const auto database = serverDemo(server);
+    Session onServer("server" + name, interfaceId, database->uri());
+    Session embedded("embedded" + name, interfaceId);
+    double serverTime = 0;
+    double embeddedTime = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        tqsv2731::frmStockVerification &first = onServer.openEntry(rows);
+        state.ResumeTiming();
+        auto t0 = std::chrono::steady_clock::now();
+        first.cmdOK_Click();
+        serverTime += seconds(t0);
+        state.PauseTiming();
+        tqsv2731::frmStockVerification &second = embedded.openEntry(rows);
+        state.ResumeTiming();
+        auto t1 = std::chrono::steady_clock::now();
+        second.cmdOK_Click();
+        embeddedTime += seconds(t1);
+        for (Session *s : {&onServer, &embedded})
+            if (s->m.slotOf<tqsv2731::frmStockVerification>(s->m.frmStockVerification_)
+                    .loaded()) {
+                state.SkipWithError("the save did not end: the entry form is still open");
+                return;
+            }
+    }
+    const double n = static_cast<double>(state.iterations());
+    state.counters["postgresql_ms"] = 1000 * serverTime / n;
+    state.counters["sqlite_ms"] = 1000 * embeddedTime / n;
+    state.counters["ratio"] = serverTime / embeddedTime;
+}
+
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv) {
+    benchmark::Initialize(&argc, argv);
+    const char *server = std::getenv("STOCKVERIFY_TEST_PG");
+    if (server && *server) {
+        const std::string uri = server;
+        benchmark::RegisterBenchmark("BM_SaveTotalEntry5000Rows_PostgreSQL",
+                                     [uri](benchmark::State &state) {
+                                         serverVersusEmbedded(state, uri, 1013, 5000);
+                                     })
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("BM_SavePlainEntry1000Rows_PostgreSQL",
+                                     [uri](benchmark::State &state) {
+                                         serverVersusEmbedded(state, uri, 1005, 1000);
+                                     })
+            ->Unit(benchmark::kMillisecond);
+    } else {
+        std::cerr << "save_bench: STOCKVERIFY_TEST_PG is not set, so the saves on a PostgreSQL "
+                     "server are skipped (give it a postgresql:// URI of a database from which "
+                     "the user may create databases)\n";
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
