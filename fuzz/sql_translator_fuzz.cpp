@@ -32,7 +32,8 @@ const ado::sql::Catalog &catalog() {
                {"svdAvailStock", "numeric(18,3)"},
                {"svdVerifiedStock", "numeric(18,3)"},
                {"svdCostPrice", "money"}});
-        c.add("aItem", false, {{"ItemId", "int"}, {"itemcode", "varchar(20)"}, {"itemrate", "float"}});
+        c.add("aItem", false,
+              {{"ItemId", "int"}, {"itemcode", "varchar(20)"}, {"itemrate", "float"}});
         c.add("moigodownstock", false,
               {{"gsGodownId", "int"}, {"gsItemId", "int"}, {"gsStock", "numeric(18,3)"}});
         c.add("vwgodownstockverification", true,

@@ -17,7 +17,8 @@ std::unique_ptr<Provider> providerFor(std::string_view connectionString) {
     if (connectionString.substr(0, 7) == "sqlite:")
         return std::make_unique<sqlite::SqliteProvider>(connectionString.substr(7),
                                                         sqlite::Database::Mode::OpenExisting);
-    if (connectionString.starts_with("postgresql://") || connectionString.starts_with("postgres://"))
+    if (connectionString.starts_with("postgresql://") ||
+        connectionString.starts_with("postgres://"))
         return std::make_unique<postgresql::PgProvider>(std::string(connectionString));
     if (connectionString.substr(0, 5) == "odbc:")
         throw adoError(providerNotFound, source,
@@ -26,7 +27,8 @@ std::unique_ptr<Provider> providerFor(std::string_view connectionString) {
     throw adoError(providerNotFound, source,
                    "Provider cannot be found. It may not be properly installed. (The connection "
                    "string '" +
-                       std::string(connectionString) + "' names no provider; use sqlite:PATH or postgresql://...)");
+                       std::string(connectionString) +
+                       "' names no provider; use sqlite:PATH or postgresql://...)");
 }
 
 } // namespace

@@ -36,7 +36,7 @@ const char *usage =
     "exits with 1. See docs/printing.md.\n"
     "\n"
     "  --db PATH             the SQLite database file\n"
-    "  --connection TEXT     a connection string instead (sqlite:PATH, ...)\n"
+    "  --connection TEXT     a connection string instead (sqlite:PATH, postgresql://...)\n"
     "  --godown N            godown id\n"
     "  --entry ID            the entry's id (svhid)\n"
     "  --company N           company id (default 1)\n"

@@ -1,7 +1,7 @@
 // stockverify sql: runs one statement through the data layer the module uses and prints the result.
 #include "ado/Connection.h"
-#include "ado/sqlite/Database.h"
 #include "ado/sql/DateText.h"
+#include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
 #include "app/Command.h"
 #include "vb/Conversion.h"

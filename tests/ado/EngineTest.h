@@ -8,10 +8,15 @@
 
 #include <filesystem>
 #include <optional>
+#include <ostream>
 
 namespace adotest {
 
 enum class Engine { SQLite, PostgreSQL };
+
+inline void PrintTo(Engine engine, std::ostream *out) {
+    *out << (engine == Engine::PostgreSQL ? "PostgreSQL" : "SQLite");
+}
 
 /// Opens `c` on the shared test tables of the engine the test runs for. On
 /// the server the tests are named PostgreSQL/..., so that ctest starts the
@@ -40,8 +45,8 @@ protected:
 } // namespace adotest
 
 /// Runs the TEST_P tests of `suite` on both engines.
-#define RUN_ON_BOTH_ENGINES(suite)                                                                \
+#define RUN_ON_BOTH_ENGINES(suite)                                                                 \
     INSTANTIATE_TEST_SUITE_P(SQLite, suite, ::testing::Values(adotest::Engine::SQLite),            \
-                             [](const auto &) { return std::string("db"); });             \
-    INSTANTIATE_TEST_SUITE_P(PostgreSQL, suite, ::testing::Values(adotest::Engine::PostgreSQL),        \
+                             [](const auto &) { return std::string("db"); });                      \
+    INSTANTIATE_TEST_SUITE_P(PostgreSQL, suite, ::testing::Values(adotest::Engine::PostgreSQL),    \
                              [](const auto &) { return std::string("db"); })

@@ -186,7 +186,8 @@ TEST_P(SemanticsTest, GetdateIsTheClockAndTopLimitsRows) {
     vb::setClock(vb::Date{vb::DateSerial(2026, 11, 22).serial + 0.75});
     c.Execute("Update loiStockVerificationHeader set updatetime=getdate() where svhid=1");
     vb::setClock(std::nullopt);
-    ado::Recordset rs = c.Execute("select updatetime from loiStockVerificationHeader where svhid = 1");
+    ado::Recordset rs =
+        c.Execute("select updatetime from loiStockVerificationHeader where svhid = 1");
     if (onServer()) // the server's clock, as SQL Server's getdate gave it
         EXPECT_EQ(rs.Fields(0).Value().type(), vb::VarType::Date);
     else

@@ -159,6 +159,11 @@ void PgConnection::commit() {
 void PgConnection::rollback() {
     inTransaction_ = false;
     timeout_ = -1;
+    // A connection that is gone took its transaction with it: the server
+    // rolled it back, which is what was asked, and the module's error path
+    // goes on to report the error that broke the connection.
+    if (PQstatus(conn_) == CONNECTION_BAD)
+        return;
     exec("rollback", "RollbackTrans");
 }
 
@@ -195,10 +200,10 @@ PgResult PgConnection::send(const std::string *prepared, std::string_view sql,
         return pipelined(prepared, sql, params, shown);
     Params p(params);
     int n = static_cast<int>(params.size());
-    PgResult r(prepared ? PQexecPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr,
-                                         nullptr, 0)
-                        : PQexecParams(conn_, std::string(sql).c_str(), n, nullptr,
-                                       p.values.data(), nullptr, nullptr, 0));
+    PgResult r(
+        prepared ? PQexecPrepared(conn_, prepared->c_str(), n, p.values.data(), nullptr, nullptr, 0)
+                 : PQexecParams(conn_, std::string(sql).c_str(), n, nullptr, p.values.data(),
+                                nullptr, nullptr, 0));
     auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
         fail(r.get(), shown);

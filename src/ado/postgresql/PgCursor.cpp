@@ -47,8 +47,8 @@ vb::Variant readValue(const char *text, Oid type, bool bit) {
     return vb::Variant(std::string(text));
 }
 
-PgCursor::PgCursor(PgResult result, const sql::Translation &translation,
-                   const PgCatalog &catalog, std::function<PgResult()> rerun)
+PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const PgCatalog &catalog,
+                   std::function<PgResult()> rerun)
     : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
       identified_(translation.rowidAdded) {
     int columns = PQnfields(result_.get()) - (identified_ ? 1 : 0);
@@ -89,7 +89,7 @@ bool PgCursor::next(Row &row) {
         const char *identity = PQgetvalue(result_.get(), next_, at);
         constexpr Oid tidOid = 27;
         row.rowid = PQftype(result_.get(), at) == tidOid ? rowidOfTid(identity)
-                                                          : std::strtoll(identity, nullptr, 10);
+                                                         : std::strtoll(identity, nullptr, 10);
     }
     ++next_;
     return true;

@@ -31,12 +31,18 @@ std::string serverName(std::string_view name) {
 
 std::string PgDialect::function(std::string_view name) const {
     static const std::map<std::string, std::string, std::less<>> renamed = {
-        {"isnull", "pg_temp.sv_isnull"},   {"len", "pg_temp.sv_len"},
-        {"isnumeric", "pg_temp.sv_isnumeric"}, {"getdate", "pg_temp.sv_getdate"},
-        {"left", "pg_temp.sv_left"},       {"right", "pg_temp.sv_right"},
-        {"substring", "pg_temp.sv_substring"}, {"upper", "pg_temp.sv_upper"},
-        {"lower", "pg_temp.sv_lower"},     {"ltrim", "pg_temp.sv_ltrim"},
-        {"rtrim", "pg_temp.sv_rtrim"},     {"replace", "pg_temp.sv_replace"},
+        {"isnull", "pg_temp.sv_isnull"},
+        {"len", "pg_temp.sv_len"},
+        {"isnumeric", "pg_temp.sv_isnumeric"},
+        {"getdate", "pg_temp.sv_getdate"},
+        {"left", "pg_temp.sv_left"},
+        {"right", "pg_temp.sv_right"},
+        {"substring", "pg_temp.sv_substring"},
+        {"upper", "pg_temp.sv_upper"},
+        {"lower", "pg_temp.sv_lower"},
+        {"ltrim", "pg_temp.sv_ltrim"},
+        {"rtrim", "pg_temp.sv_rtrim"},
+        {"replace", "pg_temp.sv_replace"},
         {"avg", "pg_temp.sv_avg"}};
     auto it = renamed.find(name);
     return it == renamed.end() ? "" : it->second;
@@ -54,7 +60,8 @@ std::string PgDialect::convert(std::string_view type, std::string_view value) co
     }
     case sql::ColumnKind::Integer:
         // SQL Server cuts the fraction off where the server would round it.
-        return t.name == "bigint" ? "CAST(trunc(" + v + ") AS bigint)" : "pg_temp.sv_int(" + v + ")";
+        return t.name == "bigint" ? "CAST(trunc(" + v + ") AS bigint)"
+                                  : "pg_temp.sv_int(" + v + ")";
     case sql::ColumnKind::Bit:
         return "CAST(" + v + " AS boolean)";
     case sql::ColumnKind::Decimal:
@@ -94,8 +101,8 @@ void PgDialect::checkLiteral(const std::string &, const sql::ColumnType &) const
 // knows them and reads % and _ as LIKE does, so a pattern with a bracket
 // goes there with SIMILAR TO's other signs (| * + ? ( ) { } and the
 // backslash) escaped. On a citext column it ignores letter case as LIKE does.
-std::optional<std::pair<std::string, std::string>> PgDialect::like(
-    const std::string &pattern) const {
+std::optional<std::pair<std::string, std::string>>
+PgDialect::like(const std::string &pattern) const {
     if (pattern.find('[') == std::string::npos)
         return std::nullopt;
     std::string out = "'";
@@ -103,8 +110,7 @@ std::optional<std::pair<std::string, std::string>> PgDialect::like(
     for (char c : pattern) {
         // A [ inside a set is the character itself ('[[]' finds a '['), which
         // the server's expressions want escaped.
-        if (std::string_view("|*+?(){}\\").find(c) != std::string_view::npos ||
-            (inSet && c == '['))
+        if (std::string_view("|*+?(){}\\").find(c) != std::string_view::npos || (inSet && c == '['))
             out += '\\';
         else if (c == '[')
             inSet = true;

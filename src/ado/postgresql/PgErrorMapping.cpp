@@ -35,10 +35,14 @@ std::string quoted(std::string_view message) {
 
 // SQL Server's name for the type the server names in a conversion message.
 std::string sqlServerType(std::string_view message) {
-    for (auto [pg, ms] : {std::pair{"type integer", "int"}, {"type smallint", "smallint"},
-                          {"type bigint", "bigint"}, {"type numeric", "numeric"},
-                          {"type double precision", "float"}, {"type real", "real"},
-                          {"type boolean", "bit"}, {"type money", "money"}})
+    for (auto [pg, ms] : {std::pair{"type integer", "int"},
+                          {"type smallint", "smallint"},
+                          {"type bigint", "bigint"},
+                          {"type numeric", "numeric"},
+                          {"type double precision", "float"},
+                          {"type real", "real"},
+                          {"type boolean", "bit"},
+                          {"type money", "money"}})
         if (message.find(pg) != std::string_view::npos)
             return ms;
     return "";
@@ -93,7 +97,8 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
             return make(errnum::Statement, "Operand data type varchar is invalid for " +
                                                std::string(bare == "sum" ? "sum" : "avg") +
                                                " operator.");
-        return make(errnum::Statement, "'" + name + "' is not a recognized built-in function name.");
+        return make(errnum::Statement,
+                    "'" + name + "' is not a recognized built-in function name.");
     }
     if (state == "42601")
         return make(errnum::Statement, "Incorrect syntax near '" + quoted(message) + "'.");
@@ -103,9 +108,8 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         std::string constraint = field(r, PG_DIAG_CONSTRAINT_NAME);
         if (constraint.size() > 7 && constraint.substr(constraint.size() - 7) == "_length")
             return make(errnum::Truncation, "String or binary data would be truncated.");
-        return make(errnum::Constraint,
-                    "The statement conflicted with the CHECK constraint \"" + constraint + "\"." +
-                        where);
+        return make(errnum::Constraint, "The statement conflicted with the CHECK constraint \"" +
+                                            constraint + "\"." + where);
     }
     if (state == "22003")
         return make(errnum::Conversion,
@@ -118,9 +122,9 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         if (type == "numeric" || type == "float" || type == "real" || type == "money")
             return make(errnum::Conversion, "Error converting data type varchar to " + type + ".");
         if (!type.empty())
-            return make(errnum::Conversion, "Conversion failed when converting the varchar value '" +
-                                                refusedValue(message) + "' to data type " + type +
-                                                ".");
+            return make(errnum::Conversion,
+                        "Conversion failed when converting the varchar value '" +
+                            refusedValue(message) + "' to data type " + type + ".");
         return make(errnum::Conversion, message + where);
     }
     if (state == "22007" || state == "22008")

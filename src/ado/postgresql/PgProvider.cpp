@@ -100,8 +100,7 @@ std::unique_ptr<Cursor> PgProvider::cursor(PgResult result, const sql::Translati
         [conn, text = t.sql, shown = std::string(sql)] { return conn->run(text, {}, shown); });
 }
 
-std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable,
-                                         StatementLog &log) {
+std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable, StatementLog &log) {
     sql::Translation t = translated(sql, updatable, log);
     log.rowsMeaning = "read";
     if (t.statements == 0)
@@ -221,8 +220,8 @@ std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_
     return values;
 }
 
-std::string PgProvider::identity(std::string_view table, const std::string &key,
-                                 std::int64_t rowid, std::vector<Param> &params) const {
+std::string PgProvider::identity(std::string_view table, const std::string &key, std::int64_t rowid,
+                                 std::vector<Param> &params) const {
     std::string mark = "$" + std::to_string(params.size() + 1);
     if (!key.empty()) {
         params.push_back(std::to_string(rowid));
@@ -239,12 +238,12 @@ std::string PgProvider::identity(std::string_view table, const std::string &key,
 }
 
 std::vector<ParameterInfo> PgProvider::procedureParameters(std::string_view name) {
-    PgResult r = conn_->run(
-        "select a.name, format_type(a.type, null), p.prorettype::regtype::text "
-        "from pg_proc p, unnest(coalesce(p.proargnames, array[]::text[]), "
-        "p.proargtypes::oid[]) with ordinality as a(name, type, n) "
-        "where p.proname = lower($1) and pg_function_is_visible(p.oid) order by a.n",
-        {std::string(name)}, "procedure " + std::string(name));
+    PgResult r =
+        conn_->run("select a.name, format_type(a.type, null), p.prorettype::regtype::text "
+                   "from pg_proc p, unnest(coalesce(p.proargnames, array[]::text[]), "
+                   "p.proargtypes::oid[]) with ordinality as a(name, type, n) "
+                   "where p.proname = lower($1) and pg_function_is_visible(p.oid) order by a.n",
+                   {std::string(name)}, "procedure " + std::string(name));
     std::vector<ParameterInfo> out;
     out.push_back({"@RETURN_VALUE", "int", 4});
     for (int i = 0; i < PQntuples(r.get()); ++i)

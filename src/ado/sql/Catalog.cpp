@@ -1,6 +1,5 @@
 #include "ado/sql/Catalog.h"
 
-
 #include <cctype>
 
 namespace ado::sql {

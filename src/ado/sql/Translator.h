@@ -39,8 +39,8 @@ public:
     /// For `x like 'pattern'` (no escape clause; `pattern` is the literal's
     /// content): the operator and the literal that say the same to the
     /// engine, or nothing to keep both as written.
-    virtual std::optional<std::pair<std::string, std::string>> like(
-        const std::string &pattern) const = 0;
+    virtual std::optional<std::pair<std::string, std::string>>
+    like(const std::string &pattern) const = 0;
     /// What follows an expression of a select list that has no name.
     virtual std::string unnamedAlias() const = 0;
     /// The expression that identifies a row of `table` (written `alias` in

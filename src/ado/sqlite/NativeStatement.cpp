@@ -2,8 +2,8 @@
 
 #include "ado/Connection.h"
 #include "ado/Session.h"
-#include "ado/sqlite/Database.h"
 #include "ado/sql/DateText.h"
+#include "ado/sqlite/Database.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/SqliteProvider.h"
 

@@ -3,9 +3,9 @@
 
 #include "ado/Provider.h"
 #include "ado/sql/ColumnType.h"
+#include "ado/sql/Translator.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
-#include "ado/sql/Translator.h"
 
 #include <deque>
 #include <optional>

@@ -8,10 +8,14 @@ namespace ado::sqlite {
 
 std::string SqliteDialect::function(std::string_view name) const {
     static const std::map<std::string, std::string, std::less<>> renamed = {
-        {"isnull", "ifnull"},       {"len", "sv_len"},
-        {"left", "sv_left"},        {"right", "sv_right"},
-        {"substring", "sv_substring"}, {"isnumeric", "sv_isnumeric"},
-        {"getdate", "sv_getdate"},  {"sum", "sv_sum"},
+        {"isnull", "ifnull"},
+        {"len", "sv_len"},
+        {"left", "sv_left"},
+        {"right", "sv_right"},
+        {"substring", "sv_substring"},
+        {"isnumeric", "sv_isnumeric"},
+        {"getdate", "sv_getdate"},
+        {"sum", "sv_sum"},
         {"avg", "sv_avg"}};
     auto it = renamed.find(name);
     return it == renamed.end() ? "" : it->second;
@@ -30,10 +34,10 @@ std::string SqliteDialect::comparedText(std::string literal) const {
 }
 
 std::pair<std::string, std::string> SqliteDialect::exactWrap(const sql::ColumnType &type) const {
-    std::string name = type.kind == sql::ColumnKind::Money
-                           ? type.name
-                           : "numeric(" + std::to_string(type.precision) + "," +
-                                 std::to_string(type.scale) + ")";
+    std::string name =
+        type.kind == sql::ColumnKind::Money
+            ? type.name
+            : "numeric(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
     return {"sv_convert('" + name + "', ", ")"};
 }
 

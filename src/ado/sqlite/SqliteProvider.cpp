@@ -1,11 +1,11 @@
 #include "ado/sqlite/SqliteProvider.h"
 
 #include "ado/Errors.h"
-#include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/CatalogReader.h"
+#include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/SqliteCursor.h"
-#include "ado/sqlite/StoredProcedures.h"
 #include "ado/sqlite/SqliteDialect.h"
+#include "ado/sqlite/StoredProcedures.h"
 #include "vb/Conversion.h"
 
 #include <sqlite3.h>

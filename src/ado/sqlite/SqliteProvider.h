@@ -3,9 +3,9 @@
 
 #include "ado/Provider.h"
 #include "ado/sql/Catalog.h"
-#include "ado/sqlite/ValueConversion.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
+#include "ado/sqlite/ValueConversion.h"
 
 #include <map>
 #include <memory>
