@@ -1,6 +1,9 @@
 // Saving a new entry through the entry form's OK against SQLite's own prepared statements
 // doing the same writes: drafts and plain counts on the demo's godown, and total counts
-// confirmed on a godown of 20,000 and of 100,000 stock rows, each line counting one row.
+// confirmed on a godown of 20,000 and of 100,000 stock rows, each line counting one row. And
+// the plain and draft saves on a PostgreSQL server against the same saves on the embedded
+// database, when STOCKVERIFY_TEST_PG names a server (a postgresql:// URI of a database from
+// which the user may create databases).
 #include "NativeDatabase.h"
 #include "ScratchFolder.h"
 #include "Sides.h"
@@ -13,6 +16,7 @@
 #include "module/entry/frmStockVerification.h"
 #include "module/frame/Module.h"
 #include "module/records/DatabaseFile.h"
+#include "module/records/ScratchServerDatabase.h"
 #include "services/Context.h"
 #include "vb/Conversion.h"
 #include "vb/Date.h"
@@ -23,6 +27,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -90,8 +95,11 @@ Row rowOf(int i, bool counted, int round) {
 class Session {
 public:
     Session(const fs::path &db, std::int32_t interfaceId)
-        : context(screen, folder() / (db.stem().string() + "-state")), m(context) {
-        connection.Open("sqlite:" + db.string());
+        : Session(db.stem().string(), "sqlite:" + db.string(), interfaceId) {}
+    Session(const std::string &name, const std::string &connectionString,
+            std::int32_t interfaceId)
+        : context(screen, folder() / (name + "-state")), m(context) {
+        connection.Open(connectionString);
         m.adocon = connection;
         m.intCompanyID = 1;
         m.intUserID = 1;
@@ -303,6 +311,55 @@ BENCHMARK(BM_SaveConfirmedTotalEntry100000RowsFailingAtCommit)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(2);
 
+// The module's save on the server (the module side) and the same save on the embedded
+// database (the floor side), in every iteration.
+void serverVersusEmbedded(benchmark::State &state, const std::string &server,
+                          std::int32_t interfaceId, int rows) {
+    const std::string name = "server" + std::to_string(interfaceId);
+    records::DemoOptions demo;
+    demo.items = demoItems;
+    const records::ScratchServerDatabase database(server, demo);
+    Session onServer(name, database.uri(), interfaceId);
+    Session embedded(demoCopy("embedded" + std::to_string(interfaceId) + ".db"), interfaceId);
+    bench::Sides sides;
+    int round = 100;
+    for (auto _ : state) {
+        ++round;
+        tqsv2731::frmStockVerification &first = onServer.openEntry(rows, false, false, round);
+        sides.timeModule([&] { first.cmdOK_Click(); });
+        tqsv2731::frmStockVerification &second = embedded.openEntry(rows, false, false, round);
+        sides.timeFloor([&] { second.cmdOK_Click(); });
+        if (onServer.entryOpen() || embedded.entryOpen()) {
+            state.SkipWithError("the save did not end: the entry form is still open");
+            break;
+        }
+    }
+    sides.report(state);
+}
+
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv) {
+    benchmark::Initialize(&argc, argv);
+    const char *server = std::getenv("STOCKVERIFY_TEST_PG");
+    if (server && *server) {
+        const std::string uri = server;
+        benchmark::RegisterBenchmark("BM_SaveTotalEntry5000Rows_PostgreSQL",
+                                     [uri](benchmark::State &state) {
+                                         serverVersusEmbedded(state, uri, 1013, 5000);
+                                     })
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("BM_SavePlainEntry1000Rows_PostgreSQL",
+                                     [uri](benchmark::State &state) {
+                                         serverVersusEmbedded(state, uri, 1005, 1000);
+                                     })
+            ->Unit(benchmark::kMillisecond);
+    } else {
+        std::cerr << "save_bench: STOCKVERIFY_TEST_PG is not set, so the saves on a PostgreSQL "
+                     "server are skipped (give it a postgresql:// URI of a database from which "
+                     "the user may create databases)\n";
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,7 +1,9 @@
-// stockverify init-db: makes a database file, empty or with the demo company.
+// stockverify init-db: makes a database file, or the schema on a PostgreSQL server's
+// database, empty or with the demo company.
 #include "app/Command.h"
 #include "hosts/tui/ClerkLogin.h"
 #include "module/records/DatabaseFile.h"
+#include "module/records/ServerDatabase.h"
 #include "vb/Error.h"
 
 #include <charconv>
@@ -17,9 +19,13 @@ namespace {
 
 const char *usage =
     "Usage: stockverify init-db PATH [--demo] [--items N] [--date YYYY-MM-DD] [--force]\n"
+    "       stockverify init-db postgresql://USER@HOST/DATABASE [--demo] [--items N]\n"
+    "                           [--date YYYY-MM-DD]\n"
     "\n"
     "Creates the SQLite database file PATH with the tables, views and stored\n"
-    "procedures that the module runs against.\n"
+    "procedures that the module runs against; or creates them in an existing,\n"
+    "empty database of a PostgreSQL server (docs/database.md), refusing one that\n"
+    "holds them already.\n"
     "\n"
     "  --demo         also load the demo company (docs/database.md); the login\n"
     "                 that runs init-db, and root, are mapped to its store clerk\n"
@@ -28,7 +34,11 @@ const char *usage =
     "  --date DATE    the day the demo is seen from, YYYY-MM-DD: its entries,\n"
     "                 stock moves and closings lie before it (default today);\n"
     "                 run the register on the same date to see them\n"
-    "  --force        replace PATH if it exists\n";
+    "  --force        replace PATH if it exists (database files only)\n";
+
+bool isServer(const std::string &target) {
+    return target.starts_with("postgresql://") || target.starts_with("postgres://");
+}
 
 // A command line that cannot be run as written: told with the usage text.
 vb::Error usageError(std::string message) {
@@ -108,6 +118,9 @@ Arguments parse(std::span<const std::string> args) {
     }
     if (parsed.path.empty())
         throw usageError("PATH is missing");
+    if (isServer(parsed.path) && parsed.options.replace)
+        throw usageError("--force replaces database files only; a server's database is "
+                         "emptied by its administrator");
     if (demo) {
         // The person who makes the demo is the one who tries it next.
         demoOptions.logins = {"root"};
@@ -141,12 +154,15 @@ int run(std::span<const std::string> args) {
     }
     const auto progress = progressLine();
     try {
-        records::createDatabaseFile(parsed.path, parsed.options, progress);
+        if (isServer(parsed.path))
+            records::createServerDatabase(parsed.path, parsed.options.demo, progress);
+        else
+            records::createDatabaseFile(parsed.path, parsed.options, progress);
     } catch (const vb::Error &e) {
         if (progress)
             std::cerr << "\n";
         std::cerr << "stockverify init-db: " << e.description() << "\n";
-        if (e.number() == records::fileerr::AlreadyExists)
+        if (e.number() == records::fileerr::AlreadyExists && !isServer(parsed.path))
             std::cerr << "(--force replaces it)\n";
         return 1;
     }
@@ -171,7 +187,7 @@ int run(std::span<const std::string> args) {
 
 const app::Registration registration{{
     "init-db",
-    "create a database file, empty or with the demo company",
+    "create a database (file or PostgreSQL), empty or with the demo company",
     usage,
     run,
 }};

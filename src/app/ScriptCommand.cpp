@@ -17,7 +17,7 @@
 namespace {
 
 const char *usage =
-    "Usage: stockverify script [--home DIR] FILE.scn...\n"
+    "Usage: stockverify script [--home DIR] [--server URI] FILE.scn...\n"
     "\n"
     "Runs scenario files: each sets the session values, shows a target, presses\n"
     "keys, clicks, answers message boxes and checks controls, message boxes and\n"
@@ -31,6 +31,11 @@ const char *usage =
     "  --home DIR   the program folder of the session (ShopSetting.txt, reports/);\n"
     "               default: the installed share/stockverify, or the source tree\n"
     "               of a build\n"
+    "  --server URI a PostgreSQL server, as postgresql://USER@HOST/DATABASE: each\n"
+    "               \"db demo\" and \"db empty\" makes a database of its own there\n"
+    "               (copied from a template kept on the server) and drops it when\n"
+    "               the scenario ends; \"db FILE\" is refused. The user needs the\n"
+    "               right to create databases\n"
     "\n"
     "Show targets: \"register\", the stock verification register of the module,\n"
     "shown with the session values the scenario set.\n";
@@ -67,6 +72,8 @@ int run(std::span<const std::string> args) {
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i] == "--home" && i + 1 < args.size()) {
             options.homeDir = args[++i];
+        } else if (args[i] == "--server" && i + 1 < args.size()) {
+            options.server = args[++i];
         } else if (args[i].starts_with("-")) {
             std::cerr << "stockverify script: unknown option " << args[i] << "\n\n" << usage;
             return 2;

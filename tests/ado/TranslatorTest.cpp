@@ -113,6 +113,15 @@ TEST(TranslatorTest, ReportsTheTableOfAPlainSelectAndTheRowidItAdded) {
         ado::sqlite::translate("select itemcode from aItem group by itemcode", catalog, {true});
     EXPECT_FALSE(grouped.rowidAdded);
 
+    // An aggregate inside a call still makes one row of the whole table, which has no
+    // identity; a subquery's aggregate does not.
+    auto wrapped = ado::sqlite::translate(
+        "select isnull(max(convert(int, itemcode)), 0) from aItem", catalog, {true});
+    EXPECT_FALSE(wrapped.rowidAdded);
+    auto subquery = ado::sqlite::translate(
+        "select itemcode, (select max(ItemId) from aItem) from aItem", catalog, {true});
+    EXPECT_TRUE(subquery.rowidAdded);
+
     auto readOnly = ado::sqlite::translate("select * from aItem", catalog, {false});
     EXPECT_FALSE(readOnly.rowidAdded);
     EXPECT_EQ(readOnly.baseTable, "aItem");

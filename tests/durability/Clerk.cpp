@@ -3,6 +3,7 @@
 //
 //     durability_clerk DB STATE_DIR ENTRIES ROWS SEED [BATON_DIR CLERK CLERKS]
 //
+// DB is a database file, or a connection string ("sqlite:PATH", "postgresql://...").
 // With a baton folder, CLERKS clerks (numbered from 0) take turns: their saves are numbered
 // across all of them, clerk C making saves C, C + CLERKS, ..., and each save starts once the
 // save before it has written its header and while that save is still writing its lines.
@@ -140,7 +141,7 @@ int main(int argc, char **argv) {
     const int clerk = takesTurns ? std::stoi(argv[7]) : 0;
     const int clerks = takesTurns ? std::stoi(argv[8]) : 1;
     const auto traceOf = [&](int c) { return batonDir / ("clerk" + std::to_string(c) + ".trace"); };
-    const fs::path db = argv[1];
+    const std::string db = argv[1];
     const fs::path stateDir = argv[2];
     const int entries = std::stoi(argv[3]);
     const int rows = std::stoi(argv[4]);
@@ -150,7 +151,8 @@ int main(int argc, char **argv) {
     forms::Screen screen{ui};
     services::Context context(screen, stateDir);
     ado::Connection connection;
-    connection.Open("sqlite:" + db.string());
+    const bool named = db.starts_with("sqlite:") || db.starts_with("postgresql://");
+    connection.Open(named ? db : "sqlite:" + db);
     if (takesTurns) {
         connection.traceSql(traceOf(clerk).string());
     }

@@ -1,12 +1,16 @@
 // Several clerks saving into one godown at the same moment, each in a process of its own on
-// one database file, as terminals sharing the embedded database do.
+// one database, as terminals sharing the embedded database file or a server's database do.
 #include "ClerkProcess.h"
 #include "GodownBook.h"
 #include "DurabilityFolder.h"
+#include "TestCluster.h"
+
+#include "module/records/ScratchServerDatabase.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -61,9 +65,26 @@ Transactions transactionsOf(const std::filesystem::path &trace) {
     return t;
 }
 
-TEST(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothingTwice) {
+enum class Engine { SQLite, PostgreSQL };
+
+class ConcurrentSaveTest : public ::testing::TestWithParam<Engine> {};
+
+TEST_P(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothingTwice) {
     DurabilityFolder folder;
-    const auto db = folder.demoDatabase("shared.db");
+    std::string db;
+    std::unique_ptr<records::ScratchServerDatabase> server;
+    if (GetParam() == Engine::PostgreSQL) {
+        std::string whyNot;
+        const std::string cluster = pgtest::clusterUri(whyNot);
+        if (cluster.empty())
+            GTEST_SKIP() << whyNot;
+        records::DemoOptions demo;
+        demo.items = records::demoFeaturedItems;
+        server = std::make_unique<records::ScratchServerDatabase>(cluster, demo);
+        db = server->uri();
+    } else {
+        db = folder.demoDatabase("shared.db").string();
+    }
     std::int64_t before = 0;
     StockByItem stockBefore;
     {
@@ -79,7 +100,7 @@ TEST(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothi
         const std::string name = "clerk" + std::to_string(c);
         running.emplace_back(
             folder.path(), name,
-            std::vector<std::string>{db.string(), (folder.path() / name).string(),
+            std::vector<std::string>{db, (folder.path() / name).string(),
                                      std::to_string(entriesEach), std::to_string(rowsEach),
                                      std::to_string(c + 1), folder.path().string(),
                                      std::to_string(c), std::to_string(clerks)});
@@ -131,6 +152,13 @@ TEST(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothi
     // Each entry's count moved the stock once, to the thousandth.
     EXPECT_EQ(book.stock(), posted(stockBefore, book.countedChanges(before)));
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, ConcurrentSaveTest,
+                         ::testing::Values(Engine::SQLite, Engine::PostgreSQL),
+                         [](const auto &info) {
+                             return info.param == Engine::SQLite ? std::string("SQLite")
+                                                                 : std::string("PostgreSQL");
+                         });
 
 } // namespace
 } // namespace durability

@@ -55,12 +55,25 @@ void PrintTo(const Quantity &q, std::ostream *out) {
     *out << "good " << decimal(q.good) << " bad " << decimal(q.bad);
 }
 
-GodownBook::GodownBook(const std::filesystem::path &db, std::int32_t godown)
+GodownBook::GodownBook(const std::string &database, std::int32_t godown)
     : godown_(std::to_string(godown)) {
-    connection_.Open("sqlite:" + db.string());
+    if (database.starts_with("postgresql://"))
+        server_ = std::make_unique<records::PostgresDatabase>(database);
+    else
+        connection_.Open(database.starts_with("sqlite:") ? database : "sqlite:" + database);
 }
 
 std::vector<std::vector<std::string>> GodownBook::rows(const std::string &sql) {
+    if (server_) {
+        std::vector<std::vector<std::string>> out;
+        for (const auto &row : server_->rows(sql)) {
+            std::vector<std::string> values;
+            for (const auto &value : row)
+                values.push_back(value.value_or("NULL"));
+            out.push_back(std::move(values));
+        }
+        return out;
+    }
     ado::sqlite::NativeStatement st(connection_, sql);
     std::vector<std::vector<std::string>> out;
     while (st.step()) {
@@ -74,6 +87,13 @@ std::vector<std::vector<std::string>> GodownBook::rows(const std::string &sql) {
 }
 
 std::string GodownBook::integrity() {
+    if (server_) {
+        server_->execute("CREATE EXTENSION IF NOT EXISTS amcheck");
+        rows("SELECT bt_index_check(i.indexrelid, true) FROM pg_index i "
+             "JOIN pg_class c ON c.oid = i.indrelid JOIN pg_namespace n ON n.oid = c.relnamespace "
+             "WHERE n.nspname = 'public'");
+        return "ok";
+    }
     std::string all;
     for (const auto &row : rows("pragma integrity_check")) {
         all += (all.empty() ? "" : "\n") + row[0];
@@ -82,7 +102,7 @@ std::string GodownBook::integrity() {
 }
 
 std::int64_t GodownBook::lastEntryId() {
-    const auto r = rows("select ifnull(max(svhid), 0) from loiStockVerificationHeader "
+    const auto r = rows("select coalesce(max(svhid), 0) from loiStockVerificationHeader "
                         "where svhGodownid = " +
                         godown_);
     return std::stoll(r.at(0).at(0));

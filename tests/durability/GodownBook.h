@@ -3,10 +3,12 @@
 #pragma once
 
 #include "ado/Connection.h"
+#include "module/records/PostgresDatabase.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -32,12 +34,14 @@ using StockByItem = std::map<std::pair<std::int64_t, std::int64_t>, Quantity>;
 /// no exact quantity and raises std::invalid_argument naming it.
 std::int64_t thousandths(const std::string &text);
 
-/// A read-only look at one database file, through the data layer's own engine.
+/// A read-only look at one database, in the engine's own SQL past the module's data layer:
+/// a file (a path, or "sqlite:PATH") or a server's database ("postgresql://...").
 class GodownBook {
 public:
-    GodownBook(const std::filesystem::path &db, std::int32_t godown);
+    GodownBook(const std::string &database, std::int32_t godown);
 
-    /// What `pragma integrity_check` says: "ok" for a sound file.
+    /// "ok" for a sound database: what `pragma integrity_check` says of a file; on a server,
+    /// the check of every index of the module's tables (amcheck), which raises on a fault.
     std::string integrity();
     /// The highest svhid of the godown, 0 with no entry.
     std::int64_t lastEntryId();
@@ -58,6 +62,7 @@ private:
     std::vector<std::vector<std::string>> rows(const std::string &sql);
 
     ado::Connection connection_;
+    std::unique_ptr<records::PostgresDatabase> server_;
     std::string godown_;
 };
 

@@ -33,6 +33,16 @@ create function pg_temp.sv_isnull(x text, y numeric) returns citext language sql
     as $$ select coalesce(x, y::text)::citext $$;
 create function pg_temp.sv_isnull(x anyelement, y anyelement) returns anyelement
     language sql immutable as $$ select coalesce(x, y) $$;
+-- Two numbers of different types (isnull(sum(qty), 0): numeric and integer) find the
+-- overload of the wider one, where the polymorphic one wants both of one type.
+create function pg_temp.sv_isnull(x integer, y integer) returns integer language sql immutable
+    as $$ select coalesce(x, y) $$;
+create function pg_temp.sv_isnull(x bigint, y bigint) returns bigint language sql immutable
+    as $$ select coalesce(x, y) $$;
+create function pg_temp.sv_isnull(x numeric, y numeric) returns numeric language sql immutable
+    as $$ select coalesce(x, y) $$;
+create function pg_temp.sv_isnull(x double precision, y double precision)
+    returns double precision language sql immutable as $$ select coalesce(x, y) $$;
 create function pg_temp.sv_int(x text) returns integer language sql immutable
     as $$ select x::integer $$;
 create function pg_temp.sv_int(x numeric) returns integer language sql immutable

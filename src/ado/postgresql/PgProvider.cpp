@@ -66,7 +66,15 @@ Param parameterOf(const vb::Variant &value) {
     return value.asString();
 }
 
-PgProvider::PgProvider(const std::string &uri) : conn_(std::make_shared<PgConnection>(uri)) {}
+PgProvider::PgProvider(const std::string &uri)
+    : conn_(std::make_shared<PgConnection>(uri)), writerLock_(*conn_) {}
+
+void PgProvider::beforeStatement(std::string_view sql) {
+    if (WriterLock::readsOnly(sql))
+        writerLock_.beforeRead();
+    else
+        writerLock_.beforeWrite();
+}
 
 const PgCatalog &PgProvider::catalog() {
     if (!catalog_)
@@ -97,6 +105,7 @@ std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable, S
     log.rowsMeaning = "read";
     if (t.statements == 0)
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
+    beforeStatement(t.sql);
     PgResult r = conn_->run(t.sql, {}, sql);
     if (changesSchema(t.sql))
         catalog_.reset();
@@ -116,6 +125,7 @@ std::unique_ptr<Cursor> PgProvider::execute(std::string_view sql, long &rowsAffe
     rowsAffected = 0;
     if (t.statements == 0)
         return nullptr;
+    beforeStatement(t.sql);
     PgResult r = conn_->run(t.sql, {}, sql);
     if (changesSchema(t.sql))
         catalog_.reset();
@@ -151,6 +161,7 @@ std::int64_t PgProvider::insertRow(std::string_view table, const std::vector<Col
     sql += " RETURNING " + (key.empty() ? std::string("ctid") : serverName(key));
     if (log.detailed)
         log.translated = sql + "\n" + describeValues(values);
+    writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "insert into " + std::string(table));
     log.rows = 1;
     if (PQntuples(r.get()) == 0 || PQgetisnull(r.get(), 0, 0))
@@ -173,6 +184,7 @@ void PgProvider::updateRow(std::string_view table, std::int64_t rowid,
     sql += " WHERE " + identity(table, key, rowid, params) + " RETURNING ctid";
     if (log.detailed)
         log.translated = sql + "\n" + describeValues(values) + ", " + params.back().value_or("");
+    writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "update " + std::string(table));
     log.rows = affected(r);
     if (key.empty() && log.rows == 1)
@@ -257,6 +269,7 @@ long PgProvider::runProcedure(std::string_view name, const std::vector<vb::Varia
     }
     sql += ")";
     log.translated = sql;
+    writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "procedure " + std::string(name));
     log.rows = -1;
     if (PQntuples(r.get()) == 1 && PQnfields(r.get()) == 1 && !PQgetisnull(r.get(), 0, 0)) {

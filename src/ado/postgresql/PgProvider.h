@@ -5,6 +5,7 @@
 #include "ado/postgresql/PgCatalog.h"
 #include "ado/postgresql/PgConnection.h"
 #include "ado/postgresql/PgDialect.h"
+#include "ado/postgresql/WriterLock.h"
 
 #include <map>
 #include <memory>
@@ -41,8 +42,14 @@ public:
     long runProcedure(std::string_view name, const std::vector<vb::Variant> &arguments,
                       StatementLog &log) override;
     void beginTransaction() override { conn_->begin(); }
-    void commitTransaction() override { conn_->commit(); }
-    void rollbackTransaction() override { conn_->rollback(); }
+    void commitTransaction() override {
+        writerLock_.released();
+        conn_->commit();
+    }
+    void rollbackTransaction() override {
+        writerLock_.released();
+        conn_->rollback();
+    }
     void setCommandTimeout(int seconds) override { conn_->setTimeout(seconds); }
 
 private:
@@ -52,6 +59,8 @@ private:
     sql::Translation translated(std::string_view sql, bool updatable, StatementLog &log);
     std::unique_ptr<Cursor> cursor(PgResult result, const sql::Translation &t,
                                    std::string_view sql);
+    /// Waits for another user's save, or takes the writer's lock (WriterLock.h).
+    void beforeStatement(std::string_view sql);
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
@@ -60,6 +69,7 @@ private:
                          std::vector<Param> &params) const;
 
     std::shared_ptr<PgConnection> conn_;
+    WriterLock writerLock_;
     std::optional<PgCatalog> catalog_;
     PgDialect dialect_;
     /// Rows of tables without a key that this connection changed: the ctid a

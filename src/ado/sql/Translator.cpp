@@ -867,6 +867,34 @@ void Rewriter::planSelectList(Level &level, Translation &result) {
         planRowid(level, end, aggregate, result);
 }
 
+namespace {
+
+bool isAggregate(std::string_view function) {
+    const std::string fn = lowerCase(function);
+    return fn == "count" || fn == "sum" || fn == "min" || fn == "max" || fn == "avg";
+}
+
+// True when the nodes call an aggregate, at any depth short of a subquery of their own.
+bool callsAggregate(const std::vector<Node> &nodes) {
+    const Node *previous = nullptr;
+    for (const Node &node : nodes) {
+        if (!node.significant())
+            continue;
+        if (!previous && node.isWord("select"))
+            return false;
+        if (node.group) {
+            if (previous && previous->is(Token::Kind::Word) && isAggregate(previous->token.text))
+                return true;
+            if (callsAggregate(node.children))
+                return true;
+        }
+        previous = &node;
+    }
+    return false;
+}
+
+} // namespace
+
 // Names one item of the select list (positions a to b - 1); true when it
 // calls an aggregate function.
 bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
@@ -881,12 +909,13 @@ bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
     else if (!star && !aliased)
         level.edits.after[level.sig[b - 1]] += dialect_.unnamedAlias();
     bool aggregate = false;
-    for (std::size_t i = a; i + 1 < b; ++i)
-        if (level.at(i + 1).group && level.at(i).is(Kind::Word)) {
-            auto fn = lowerCase(level.at(i).token.text);
-            aggregate = aggregate || fn == "count" || fn == "sum" || fn == "min" || fn == "max" ||
-                        fn == "avg";
-        }
+    for (std::size_t i = a; i < b; ++i) {
+        if (i + 1 < b && level.at(i + 1).group && level.at(i).is(Kind::Word))
+            aggregate = aggregate || isAggregate(level.at(i).token.text);
+        // An aggregate inside a call (isnull(max(x), 0)) makes the item one too.
+        if (level.at(i).group)
+            aggregate = aggregate || callsAggregate(level.at(i).children);
+    }
     return aggregate;
 }
 

@@ -11,6 +11,8 @@
 
 #include "ado/Connection.h"
 
+#include "module/records/ScratchServerDatabase.h"
+
 #include "vb/Error.h"
 
 #include <cstddef>
@@ -105,6 +107,8 @@ private:
     /// Lines that armed a fault, for the report of faults no call took.
     std::vector<int> failLines_;
     ScratchFolder scratch_;
+    /// The databases `db` made on the server, when the scenario runs on one.
+    std::vector<std::unique_ptr<records::ScratchServerDatabase>> serverDatabases_;
     ado::Connection connection_;
     ScriptUi ui_;
     forms::Screen screen_{ui_};

@@ -69,6 +69,21 @@ void Run::openConnection(const std::string &connectionString) {
 void Run::apply(const DbStep &step) {
     requireNoForms("the database");
     std::filesystem::path path;
+    if (!options_.server.empty()) {
+        if (step.kind == DbStep::Kind::File)
+            throw Failure(current_->source, "db demo or db empty on the server",
+                          "db " + step.path + ", a database file");
+        std::optional<records::DemoOptions> demo;
+        if (step.kind == DbStep::Kind::Demo) {
+            demo.emplace();
+            demo->items = step.items.value_or(demo->items);
+            demo->date = step.date.value_or(demo->date);
+        }
+        serverDatabases_.push_back(
+            std::make_unique<records::ScratchServerDatabase>(options_.server, demo));
+        openConnection(serverDatabases_.back()->uri());
+        return;
+    }
     if (step.kind == DbStep::Kind::File) {
         path = scenario_.baseDir / step.path;
     } else {

@@ -21,6 +21,10 @@ struct RunnerOptions {
     std::ostream *dumpOutput = nullptr;
     /// The most turns of modal loops between two lines (`set watchdog` changes it).
     std::size_t watchdog = 1000;
+    /// A PostgreSQL server (a postgresql:// URI naming a database from which the user may
+    /// create databases): `db demo` and `db empty` then make a database of their own there,
+    /// dropped when the scenario ends, instead of an SQLite file. "": SQLite files.
+    std::string server;
 };
 
 enum class Outcome {

@@ -2,20 +2,25 @@
 
 #include "ado/Connection.h"
 #include "module/records/DemoBuilder.h"
+#include "module/records/SqliteDemoDb.h"
 
 namespace records {
 
 void loadDemo(const ado::Connection &connection, const DemoOptions &options,
               const DemoProgress &progress) {
-    DemoBuilder builder(connection, options, progress);
+    SqliteDemoDb db(connection);
     connection.BeginTrans();
     try {
-        builder.build();
+        loadDemo(db, options, progress);
     } catch (const vb::Error &) {
         connection.RollbackTrans();
         throw;
     }
     connection.CommitTrans();
+}
+
+void loadDemo(DemoDb &db, const DemoOptions &options, const DemoProgress &progress) {
+    DemoBuilder(db, options, progress).build();
 }
 
 } // namespace records

@@ -9,10 +9,15 @@ class Connection;
 
 namespace records {
 
+class DemoDb;
+
 /// Loads the demo company into a database that holds the empty schema (createSchema), in
 /// one transaction: nothing is left behind when it fails. `progress` hears of each
 /// thousand items.
 void loadDemo(const ado::Connection &connection, const DemoOptions &options = {},
               const DemoProgress &progress = {});
+
+/// Loads the demo company through `db`, inside whatever transaction the caller holds there.
+void loadDemo(DemoDb &db, const DemoOptions &options, const DemoProgress &progress = {});
 
 } // namespace records

@@ -6,9 +6,8 @@
 
 namespace records {
 
-DemoBuilder::DemoBuilder(const ado::Connection &connection, const DemoOptions &options,
-                         const DemoProgress &progress)
-    : connection_(connection), options_(options), progress_(progress) {
+DemoBuilder::DemoBuilder(DemoDb &db, const DemoOptions &options, const DemoProgress &progress)
+    : db_(db), options_(options), progress_(progress) {
     if (options_.items < demoFeaturedItems)
         throw vb::Error(vb::err::InvalidProcedureCall, "records",
                         "A demo needs at least " + std::to_string(demoFeaturedItems) + " items");

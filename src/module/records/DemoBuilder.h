@@ -7,19 +7,16 @@
 #include <string>
 #include <string_view>
 
-namespace ado {
-class Connection;
-}
-
 namespace records {
 
+class DemoDb;
 struct DemoEntry;
 
 /// The demo company of docs/database.md. Each part is a routine of its own, split over
 /// files by what it builds; `build` runs them in the order their rows depend on.
 class DemoBuilder {
 public:
-    DemoBuilder(const ado::Connection &connection, const DemoOptions &options,
+    DemoBuilder(DemoDb &db, const DemoOptions &options,
                 const DemoProgress &progress);
 
     void build();
@@ -45,7 +42,7 @@ private:
     std::chrono::sys_days financialYearStart() const;
     void report(std::string_view stage, long done, long total) const;
 
-    const ado::Connection &connection_;
+    DemoDb &db_;
     DemoOptions options_;
     const DemoProgress &progress_;
 };

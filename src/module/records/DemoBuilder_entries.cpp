@@ -82,10 +82,10 @@ std::string text(int number) {
 } // namespace
 
 void DemoBuilder::addTransfers() {
-    DemoInsert header(connection_, "loiStockTransferHeader",
+    DemoInsert header(db_, "loiStockTransferHeader",
                       {"sthId", "sthNo", "sthDate", "sthFromLocationType", "sthFromLocationId",
                        "sthToLocationType", "sthToLocationId", "sthStatus", "sthCancelled"});
-    DemoInsert detail(connection_, "loiStockTransferDetail",
+    DemoInsert detail(db_, "loiStockTransferDetail",
                       {"stdId", "stdLineNo", "stdItemId", "stdQty"});
     // Only godown 2 has quantities under way: godown 1's transfers are received or cancelled.
     const Transfer transfers[] = {
@@ -216,18 +216,18 @@ void DemoBuilder::addEntries() {
 void DemoBuilder::addEntry(const DemoEntry &e) {
     const std::string godown = text(e.godown);
     const long shipment = std::lround(demoNumber(
-        connection_, "SELECT min(gsShipmentId) FROM moigodownstock WHERE gsGodownId = " + godown));
+        db_, "SELECT min(gsShipmentId) FROM moigodownstock WHERE gsGodownId = " + godown));
     const long location = std::lround(demoNumber(
-        connection_, "SELECT min(lLocationId) FROM loiLocation WHERE lGodownId = " + godown));
-    DemoInsert detail(connection_, "loiStockVerificationDetail",
+        db_, "SELECT min(lLocationId) FROM loiLocation WHERE lGodownId = " + godown));
+    DemoInsert detail(db_, "loiStockVerificationDetail",
                       {"svdid", "svdGodownID", "svdLocationid", "svdShipmentID", "svdItemID",
                        "svdAvailStock", "svdVerifiedStock", "svdavailbadstock",
                        "svdverifiedbadstock", "svdcostprice"});
     for (const auto &l : e.lines) {
         const std::string where =
             " FROM moigodownstock WHERE gsGodownId = " + godown + " AND gsItemId = " + text(l.item);
-        const double good = demoNumber(connection_, "SELECT sum(gsStock)" + where);
-        const double bad = demoNumber(connection_, "SELECT sum(gsBadStock)" + where);
+        const double good = demoNumber(db_, "SELECT sum(gsStock)" + where);
+        const double bad = demoNumber(db_, "SELECT sum(gsBadStock)" + where);
         const double rate = demoItem(l.item).rate;
         if (e.interfaceId == 1013)
             detail.row({e.id, e.godown, location, shipment, l.item, good,
@@ -236,7 +236,7 @@ void DemoBuilder::addEntry(const DemoEntry &e) {
             detail.row({e.id, e.godown, location, shipment, l.item, good,
                         plus(good, l.goodDifference), bad, plus(bad, l.badDifference), rate});
     }
-    DemoInsert header(connection_, "loiStockVerificationHeader",
+    DemoInsert header(db_, "loiStockVerificationHeader",
                       {"svhid", "svhno", "svhdate", "svhremarks", "svhverificationby",
                        "svhGodownid", "svhdepartmentid", "svhconexrate", "svhdepexrate",
                        "svhexchangerates", "svhFutureVc", "svhcreatedtime", "updatetime",
@@ -248,9 +248,9 @@ void DemoBuilder::addEntry(const DemoEntry &e) {
                 plainEdit ? Cell(day(e.dayOffset + 1, e.editedTime)) : nullptr, e.posted ? 1 : 0,
                 e.cancelRemarks ? 1 : 0, e.cancelRemarks ? Cell(e.cancelRemarks) : nullptr});
     if (e.interfaceId == 1005) {
-        demoCall(connection_, "spupdateGodownVerification", {e.id, e.godown, "F"});
+        demoCall(db_, "spupdateGodownVerification", {e.id, e.godown, "F"});
         if (e.cancelRemarks)
-            demoCall(connection_, "spupdateGodownVerification", {e.id, e.godown, "R"});
+            demoCall(db_, "spupdateGodownVerification", {e.id, e.godown, "R"});
     }
     addEntryTrail(e);
 }
@@ -272,29 +272,31 @@ void DemoBuilder::addTotalCount() {
                       nullptr,
                       "12:15:20",
                       {}};
-    demoExecute(connection_,
+    demoExecute(db_,
                 "INSERT INTO loiStockVerificationDetail (svdid, svdGodownID, svdLocationid, "
                 "svdShipmentID, svdItemID, svdAvailStock, svdVerifiedStock, svdavailbadstock, "
                 "svdverifiedbadstock, svdcostprice) "
                 "SELECT 1, 2, gsLocationId, gsShipmentId, gsItemId, gsStock, "
-                "max(0, gsStock + (CASE WHEN gsItemId % 7 = 3 THEN -1 "
-                "WHEN gsItemId % 11 = 5 THEN 2 ELSE 0 END)), 1, NULL, gsItemCost "
+                "(CASE WHEN gsStock + (CASE WHEN gsItemId % 7 = 3 THEN -1 "
+                "WHEN gsItemId % 11 = 5 THEN 2 ELSE 0 END) < 0 THEN 0 "
+                "ELSE gsStock + (CASE WHEN gsItemId % 7 = 3 THEN -1 "
+                "WHEN gsItemId % 11 = 5 THEN 2 ELSE 0 END) END), 1, NULL, gsItemCost "
                 "FROM moigodownstock WHERE gsGodownId = 2 ORDER BY gsItemId, gsShipmentId");
     const long rows = std::lround(demoNumber(
-        connection_,
+        db_,
         "SELECT count(*) FROM loiStockVerificationDetail WHERE svdGodownID = 2 AND svdid = 1"));
-    DemoInsert header(connection_, "loiStockVerificationHeader",
+    DemoInsert header(db_, "loiStockVerificationHeader",
                       {"svhid", "svhno", "svhdate", "svhremarks", "svhverificationby",
                        "svhGodownid", "svhdepartmentid", "svhconexrate", "svhdepexrate",
                        "svhexchangerates", "svhFutureVc", "svhcreatedtime"});
     header.row({e.id, e.number, day(e.dayOffset), e.remarks, e.verifiedBy, e.godown, e.godown, 1.0,
                 departmentRate(e.godown), rateList(e.godown), marker(e, rows), e.createdTime});
-    demoCall(connection_, "spGodownTotalStockVerification", {e.id, e.godown});
+    demoCall(db_, "spGodownTotalStockVerification", {e.id, e.godown});
     addEntryTrail(e);
 }
 
 void DemoBuilder::addEntryTrail(const DemoEntry &e) {
-    DemoInsert trail(connection_, "aActivityTrail",
+    DemoInsert trail(db_, "aActivityTrail",
                      {"CompanyID", "GodownID", "UserID", "InterfaceID", "TransKey", "TransNo",
                       "ActionType", "LoggedTime", "SavedTime"});
     const std::string saved = day(e.dayOffset, e.createdTime);

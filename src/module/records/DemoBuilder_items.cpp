@@ -27,7 +27,7 @@ long thousandths(double quantity) {
 /// the suite numbers them: receipts by shipment, issues in one running series per godown.
 class ItemWriter {
 public:
-    ItemWriter(const ado::Connection &c, std::function<std::string(int)> day)
+    ItemWriter(DemoDb &c, std::function<std::string(int)> day)
         : day_(std::move(day)),
           item_(c, "aItem",
                 {"ItemId", "itemcode", "ItemName", "PackSize", "ItemPrintName", "ItemCategoryID",
@@ -178,20 +178,20 @@ private:
 } // namespace
 
 void DemoBuilder::addItems() {
-    DemoInsert category(connection_, "aitemcategory",
+    DemoInsert category(db_, "aitemcategory",
                         {"ItemCategoryID", "categorynamedescription"});
     for (const auto &c : demoCategories())
         category.row({c.id, c.name});
-    DemoInsert unit(connection_, "aUnit", {"UnitId", "UnitCode", "UnitName"});
+    DemoInsert unit(db_, "aUnit", {"UnitId", "UnitCode", "UnitName"});
     for (const auto &u : demoUnits())
         unit.row({u.id, u.code, u.name});
-    DemoInsert shipment(connection_, "aShipment",
+    DemoInsert shipment(db_, "aShipment",
                         {"sShipmentId", "sShipmentno", "sShipmentDate", "sVendorId"});
     for (int id = 1; id <= demoShipments; ++id)
         shipment.row(
             {id, "SHP/" + std::to_string(1000 + id), day(-400 + id * 25), id % 4 == 0 ? 2 : 1});
 
-    ItemWriter writer(connection_, [this](int offset) { return day(offset); });
+    ItemWriter writer(db_, [this](int offset) { return day(offset); });
     const long total = options_.items;
     for (int id = 1; id <= total; ++id) {
         writer.write(demoItem(id));

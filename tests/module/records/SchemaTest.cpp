@@ -162,6 +162,10 @@ TEST(EmbeddedSqlTest, HoldsEveryFileAndRefusesAnUnknownName) {
     for (const auto &file : embeddedSqlFiles())
         names.emplace_back(file.name);
     EXPECT_EQ(names, (std::vector<std::string>{
+                         "postgresql/procedures/spGodownTotalStockVerification.sql",
+                         "postgresql/procedures/spReverseGodownTotalStockVerification.sql",
+                         "postgresql/procedures/spupdateGodownVerification.sql",
+                         "postgresql/tables.sql", "postgresql/views.sql",
                          "procedures/spGodownTotalStockVerification.sql",
                          "procedures/spReverseGodownTotalStockVerification.sql",
                          "procedures/spupdateGodownVerification.sql", "tables.sql", "views.sql"}));

@@ -5,6 +5,7 @@
 //
 //   case: register list, plain interface, godown 1
 //   pending: why it cannot pass yet (optional: the case runs, and is skipped if it fails)
+//   server-pending: the same, on the PostgreSQL server only (what the server does otherwise)
 //   sql: select ...            a statement opened as a forward-only, read-only recordset
 //   columns: a|b|c             (optional) the field names
 //   rows: ordered              or "any" (order not given by the statement) or "none"
@@ -15,9 +16,12 @@
 //   error: -2147217900         the statement fails with this number
 //
 // A case may hold several steps; all run in one transaction that is rolled back.
+#include "TestCluster.h"
 #include "TestDatabase.h"
 
 #include "ado/Recordset.h"
+#include "module/records/PostgresDatabase.h"
+#include "module/records/ScratchServerDatabase.h"
 #include "vb/Clock.h"
 #include "vb/Conversion.h"
 
@@ -47,6 +51,7 @@ struct StatementCase {
     int line = 0;
     std::string name;
     std::string pending;
+    std::string serverPending;
     std::vector<Step> steps;
 };
 
@@ -91,11 +96,13 @@ private:
         }
         if (keyed(line, "case:", value)) {
             finish();
-            current_ = StatementCase{name_, number_, value, "", {}};
+            current_ = StatementCase{name_, number_, value, "", "", {}};
         } else if (!current_) {
             fail("a line outside a case: " + line);
         } else if (keyed(line, "pending:", value)) {
             current_->pending = value;
+        } else if (keyed(line, "server-pending:", value)) {
+            current_->serverPending = value;
         } else if (keyed(line, "sql:", value) || keyed(line, "exec:", value)) {
             Step step;
             step.query = line.starts_with("sql:");
@@ -278,6 +285,42 @@ std::string caseName(const ::testing::TestParamInfo<StatementCase> &info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, StatementCorpusTest, ::testing::ValuesIn(allCases()), caseName);
+
+// The same cases on a PostgreSQL server's copy of the same demo, through the server's provider.
+class StatementCorpusPostgreSQL : public ::testing::TestWithParam<StatementCase> {};
+
+TEST_P(StatementCorpusPostgreSQL, GivesTheExpectedRows) {
+    const StatementCase &c = GetParam();
+    SCOPED_TRACE(c.file + ":" + std::to_string(c.line) + ": " + c.name);
+    std::string whyNot;
+    const std::string cluster = pgtest::clusterUri(whyNot);
+    if (cluster.empty())
+        GTEST_SKIP() << whyNot;
+    DemoOptions demo;
+    demo.items = demoFeaturedItems;
+    ado::Connection connection;
+    connection.Open(PostgresDatabase::uriWithDatabase(
+        cluster, keptServerDatabase(cluster, demo, "sv_corpus_test")));
+    vb::setClock(vb::DateSerial(2026, 11, 22) + 10.5 / 24);
+    connection.BeginTrans();
+    std::string problems;
+    for (const auto &step : c.steps)
+        problems += run(connection, step);
+    connection.RollbackTrans();
+    vb::setClock(std::nullopt);
+    const std::string pending = c.serverPending.empty() ? c.pending : c.serverPending;
+    if (!pending.empty()) {
+        if (problems.empty())
+            std::cout << "[ NOTE     ] passes on the server now, drop its pending line: "
+                      << c.file << ":" << c.line << "\n";
+        else
+            GTEST_SKIP() << "pending on the server: " << pending << "\n" << problems;
+    }
+    EXPECT_EQ(problems, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Corpus, StatementCorpusPostgreSQL, ::testing::ValuesIn(allCases()),
+                         caseName);
 
 TEST(StatementCorpusTest, FindsItsCaseFiles) {
     EXPECT_GT(allCases().size(), 40u);

@@ -126,7 +126,7 @@ CREATE TABLE louserrights (
 
 CREATE TABLE LOiSettings (
     GodownID INT NOT NULL PRIMARY KEY,
-    sNoBackDays SMALLINT NOT NULL DEFAULT 0,
+    sNoBackDays INT NOT NULL DEFAULT 0,
     defaultfetch VARCHAR(30) COLLATE CITEXT
 );
 
