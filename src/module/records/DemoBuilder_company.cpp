@@ -137,7 +137,7 @@ void DemoBuilder::addUsers() {
                 rights.row({u.id, interfaceId, 1, u.rights});
     }
     // "root" ran init-db as well as being named: one row is enough.
-    DemoInsert login(connection_, "svUserLogin", {"login", "UserID"});
+    DemoInsert login(db_, "svUserLogin", {"login", "UserID"});
     const std::set<std::string> logins(options_.logins.begin(), options_.logins.end());
     for (const auto &name : logins)
         login.row({name, 1});

@@ -130,6 +130,16 @@ CREATE TABLE lousers (
     PRIMARY KEY (userid, GodownID)
 );
 
+-- Who a Unix login is: the terminal session takes its clerk from the login
+-- that runs it, through this table the administrator keeps. A login with two
+-- rows is a mistake the session refuses to guess about, so the key allows it.
+CREATE TABLE svUserLogin (
+    login CITEXT NOT NULL
+        CONSTRAINT login_length CHECK (length(rtrim(login, ' ')) <= 64),
+    UserID INT NOT NULL,
+    PRIMARY KEY (login, UserID)
+);
+
 -- Function letters of a user in one interface: N new, E edit, D delete, P print.
 CREATE TABLE louserrights (
     userid INT NOT NULL,
