@@ -5,6 +5,7 @@
 #include "hosts/tui/SessionConfig.h"
 #include "hosts/tui/SessionEnded.h"
 #include "hosts/tui/TuiHost.h"
+#include "hosts/tui/UnknownTerminal.h"
 #include "module/frame/Module.h"
 #include "module/frame/clsStockVerification.h"
 #include "services/Context.h"
@@ -12,6 +13,7 @@
 #include "vb/Clock.h"
 #include "vb/Error.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -40,6 +42,8 @@ const char *usage =
     "  --short-date PATTERN how dates show as text (default: dd/mm/yyyy)\n"
     "  --printer PORT=PATH  the file or device a printer port (LPT1, ...) writes to\n"
     "  --key-strip on|off   the keys of the form in front on the bottom line (default: on)\n"
+    "  --escape-delay MS    how long a lone Escape waits for the rest of a key's\n"
+    "                       sequence (default: $ESCDELAY, else 25)\n"
     "  --config FILE        read settings from FILE\n"
     "\n"
     "Keys (the bottom line shows those the form in front takes):\n"
@@ -57,7 +61,11 @@ const char *usage =
     "  Left, Right          the columns of a list wider than the screen\n"
     "  F4, Alt+Down         opens a combo box's list\n"
     "  Escape               the form's Cancel button, where it has one\n"
-    "  Ctrl+C               leaves at once; what is not saved is lost\n";
+    "  Ctrl+C               leaves at once; what is not saved is lost\n"
+    "Keys are read with the terminal's terminfo entry (TERM); see docs/terminal.md.\n"
+    "\n"
+    "Exit code: 0 closed, 1 an error, 2 bad options, 3 the terminal type (TERM) is\n"
+    "unknown to this machine, 128+N stopped by signal N (130 Ctrl+C).\n";
 
 /// The program folder: --home, else the folder of the running program.
 std::filesystem::path programFolder(const tui::SessionConfig &config) {
@@ -98,6 +106,7 @@ void runSession(const tui::SessionConfig &config) {
     tui::HostSettings settings;
     settings.printers = config.printers;
     settings.keyStrip = config.keyStrip;
+    settings.escapeDelay = config.escapeDelay;
     settings.reportPrinter = config.reportPrinter;
     settings.reportFolder = config.reportFolder;
     tui::TuiHost host(terminal, settings);
@@ -123,7 +132,9 @@ void runSession(const tui::SessionConfig &config) {
 int run(std::span<const std::string> args) {
     tui::SessionConfig config;
     try {
-        config = tui::parseRunOptions(args);
+        const char *escDelay = std::getenv("ESCDELAY");
+        config = tui::parseRunOptions(args, escDelay ? std::optional<std::string_view>(escDelay)
+                                                     : std::nullopt);
     } catch (const vb::Error &e) {
         std::cerr << "stockverify run: " << e.description() << "\n\n" << usage;
         return 2;
@@ -131,6 +142,9 @@ int run(std::span<const std::string> args) {
     // Each failure is reported after runSession has given the terminal back.
     try {
         runSession(config);
+    } catch (const tui::UnknownTerminal &e) {
+        std::cerr << "stockverify run: " << e.what() << "\n";
+        return tui::UnknownTerminal::exitCode;
     } catch (const tui::SessionEnded &e) {
         std::cerr << "stockverify run: " << e.what() << "\n";
         return e.exitCode();

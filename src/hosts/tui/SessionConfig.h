@@ -3,6 +3,7 @@
 
 #include "vb/Date.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -37,6 +38,10 @@ struct SessionConfig {
     std::string shortDate = "dd/mm/yyyy";
     /// Whether the bottom line shows the keys of the form in front (on by default).
     bool keyStrip = true;
+    /// How long a lone ESC waits for the rest of a key sequence before it is
+    /// the Escape key: the ESCDELAY environment variable (milliseconds, as
+    /// ncurses reads it), else 25 ms; the file and options win over both.
+    std::chrono::milliseconds escapeDelay{25};
     /// Printer ports ("LPT1") and the file or device each one writes to.
     std::map<std::string, std::string> printers;
     /// The print queue a report preview prints on; the system's default when empty.
@@ -52,8 +57,10 @@ struct SessionConfig {
 /// any). Raises vb::Error 5 with a message for the user for an unknown or
 /// malformed option or line, or a value that is missing (--db or
 /// --connection, --company, --user and --godown are required); 53 when the
-/// config file cannot be read.
-SessionConfig parseRunOptions(std::span<const std::string> args);
+/// config file cannot be read. `escapeDelayVariable` is the value of ESCDELAY
+/// (none when it is not set); a malformed one is refused as an option is.
+SessionConfig parseRunOptions(std::span<const std::string> args,
+                              std::optional<std::string_view> escapeDelayVariable = std::nullopt);
 
 /// Applies one setting by its config file name ("company", "printer.LPT1").
 /// Raises vb::Error 5 for an unknown name or a malformed value.

@@ -47,7 +47,7 @@ private:
 } // namespace
 
 TuiHost::TuiHost(Terminal &terminal, HostSettings settings)
-    : terminal_(terminal), settings_(std::move(settings)) {}
+    : terminal_(terminal), settings_(std::move(settings)), decoder_(terminal.keyTable()) {}
 
 TuiHost::~TuiHost() = default;
 
