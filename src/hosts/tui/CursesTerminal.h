@@ -38,6 +38,8 @@ public:
     void present(const Canvas &canvas) override;
     std::string read(std::optional<std::chrono::milliseconds> timeout) override;
     const KeyTable &keyTable() const override { return entry_.keys; }
+    /// Only types that report modified keys are asked to report Ctrl+Enter.
+    bool reportsCtrlEnter() const override { return entry_.reportsModifiedKeys; }
 
 private:
     short pairFor(int fg, int bg);

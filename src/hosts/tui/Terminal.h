@@ -38,6 +38,8 @@ public:
         static const KeyTable none;
         return none;
     }
+    /// Whether Ctrl+Enter arrives as itself rather than as plain Enter.
+    virtual bool reportsCtrlEnter() const { return true; }
 };
 
 } // namespace tui
