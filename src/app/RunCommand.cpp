@@ -137,9 +137,8 @@ int run(std::span<const std::string> args) {
     try {
         // An empty ESCDELAY is unset, as ncurses takes it.
         const char *escDelay = std::getenv("ESCDELAY");
-        config = tui::parseRunOptions(args, escDelay && *escDelay
-                                                ? std::optional<std::string_view>(escDelay)
-                                                : std::nullopt);
+        config = tui::parseRunOptions(
+            args, escDelay && *escDelay ? std::optional<std::string_view>(escDelay) : std::nullopt);
     } catch (const vb::Error &e) {
         std::cerr << "stockverify run: " << e.description() << "\n\n" << usage;
         return 2;

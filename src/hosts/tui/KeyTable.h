@@ -1,4 +1,5 @@
-// tui::KeyTable: the byte sequences one terminal type sends for its keys, as its terminfo entry lists them.
+// tui::KeyTable: the byte sequences one terminal type sends for its keys, as its terminfo entry
+// lists them.
 #pragma once
 
 #include "forms/Keys.h"

@@ -77,8 +77,8 @@ CellSize screenNeeds(const forms::Screen &screen) {
 }
 
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
-                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
-                 bool keyStrip, const KeyNames &keyNames) {
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout, bool keyStrip,
+                 const KeyNames &keyNames) {
     canvas.clear();
     layout.clear();
     if (canvas.height() < 1 || canvas.width() < 1) {

@@ -24,9 +24,10 @@ class ScreenLayout;
 /// around it); then the overlays in order; then the status line on the last
 /// row, with the tool tip of the focused control (or the top overlay's hint)
 /// on the left, or when there is neither and `keyStrip` is on, the keys the
-/// active form takes (keyHints, named by `keyNames`); and the busy mark "⧗ Busy" on the right while the mouse
+/// active form takes (keyHints); and the busy mark "⧗ Busy" on the right while the mouse
 /// pointer is the hourglass. The terminal cursor stands at the focused text
-/// box's caret, and is hidden while an overlay is open.
+/// box's caret, and is hidden while an overlay is open. `keyNames` names the
+/// keys of the strip that depend on the terminal.
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
                  const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
                  bool keyStrip = true, const KeyNames &keyNames = {});

@@ -2,8 +2,8 @@
 
 #include <array>
 #include <cerrno>
-#include <system_error>
 #include <fcntl.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 

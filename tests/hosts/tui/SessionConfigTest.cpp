@@ -130,8 +130,8 @@ TEST(SessionConfigTest, ConfigFileMistakesNameTheLine) {
 
 TEST(SessionConfigTest, EscapeDelayFromEscdelayThenTheFileThenTheOption) {
     using std::chrono::milliseconds;
-    const std::vector<std::string> base{"--db", "x.db", "--company", "1", "--user", "1",
-                                        "--godown", "1"};
+    const std::vector<std::string> base{"--db",   "x.db", "--company", "1",
+                                        "--user", "1",    "--godown",  "1"};
     EXPECT_EQ(parseRunOptions(base).escapeDelay, milliseconds(25));
     EXPECT_EQ(parseRunOptions(base, "200").escapeDelay, milliseconds(200));
     ConfigFile file("escape-delay = 80\n");
