@@ -65,6 +65,7 @@ const char *usage =
     "  F4, Alt+Down         opens a combo box's list\n"
     "  Escape               the form's Cancel button, where it has one\n"
     "  Ctrl+C               leaves at once; what is not saved is lost\n"
+    "\n"
     "Keys are read with the terminal's terminfo entry (TERM); see docs/terminal.md.\n"
     "\n"
     "Exit code: 0 closed, 1 an error, 2 bad options, 3 the terminal type (TERM) is\n"
