@@ -10,6 +10,7 @@
 #include "forms/OptionButton.h"
 #include "forms/TextBox.h"
 
+#include <charconv>
 #include <sstream>
 
 namespace services {
@@ -26,15 +27,32 @@ std::string serialText(vb::Date date) {
     return text.str();
 }
 
+// "name(row)" and "name(row).n" for every cell: an edited entry of thousands of lines
+// is snapshot twice per save, so each key is built in one buffer reused from cell to cell
+// rather than from three temporaries.
+void appendNumber(std::string &out, int n) {
+    char digits[12];
+    const auto end = std::to_chars(digits, digits + sizeof digits, n).ptr;
+    out.append(digits, end);
+}
+
 void addListView(Values &values, const std::string &name, const forms::ListView &lvw) {
     const forms::ListItemCollection &items = lvw.ListItems();
     values.emplace_back(name + ".Count", std::to_string(items.Count()));
+    std::string key;
     for (int i = 1; i <= items.Count(); ++i) {
         const forms::ListItem &item = items(i);
-        const std::string row = name + "(" + std::to_string(i) + ")";
-        values.emplace_back(row, item.Text());
+        key.assign(name);
+        key += '(';
+        appendNumber(key, i);
+        key += ')';
+        const std::size_t row = key.size();
+        values.emplace_back(key, item.Text());
         for (int n = 1; n <= item.ListSubItemsCount(); ++n) {
-            values.emplace_back(row + "." + std::to_string(n), item.ListSubItems(n).Text());
+            key.resize(row);
+            key += '.';
+            appendNumber(key, n);
+            values.emplace_back(key, item.ListSubItems(n).Text());
         }
     }
 }
@@ -42,10 +60,16 @@ void addListView(Values &values, const std::string &name, const forms::ListView 
 void addFlexGrid(Values &values, const std::string &name, const forms::FlexGrid &grid) {
     values.emplace_back(name + ".Size",
                         std::to_string(grid.Rows()) + "x" + std::to_string(grid.Cols()));
+    std::string key;
     for (int r = 0; r < grid.Rows(); ++r) {
         for (int c = 0; c < grid.Cols(); ++c) {
-            values.emplace_back(name + "(" + std::to_string(r) + "," + std::to_string(c) + ")",
-                                grid.TextMatrix(r, c));
+            key.assign(name);
+            key += '(';
+            appendNumber(key, r);
+            key += ',';
+            appendNumber(key, c);
+            key += ')';
+            values.emplace_back(key, grid.TextMatrix(r, c));
         }
     }
 }

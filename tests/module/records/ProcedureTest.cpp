@@ -7,7 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
 
 namespace records::testing {
 namespace {
@@ -162,6 +166,53 @@ TEST_F(ProcedureTest, TotalThenReverseRestoresTheStockExactly) {
     EXPECT_EQ(bucket(1, 8, 9).first, 33.333) << "a counted shipment without a row gets one";
     call("spReverseGodownTotalStockVerification", 21, 1);
     EXPECT_EQ(stock(), before);
+}
+
+TEST_F(ProcedureTest, TotalRecordsExactlyTheRowsItChangesAndCreates) {
+    const double book = bucket(1, 1, 1).first;
+    std::ostringstream lines;
+    lines << "INSERT INTO loiStockVerificationDetail VALUES "
+             "(22, 1, 3, 77, 2, 0, 1.5, 1, NULL, 2.0), (22, 1, 2, 77, 2, 0, 2.25, 1, NULL, 4.5),"
+             "(22, 1, 1, 1, 1, 0, "
+          << book << ", 1, NULL, 1.0)";
+    exec(lines.str());
+    auto changes = [this] {
+        ado::sqlite::NativeStatement query(
+            connection, "SELECT count(*), sum(tvcCreated), sum(tvcOldStock), sum(tvcNewStock), "
+                        "sum(tvcItemId = 1 AND tvcShipmentId = 1) FROM loiTotalVerificationChange "
+                        "WHERE tvcSvhId = 22");
+        query.step();
+        return std::vector<std::string>{query.text(0), query.text(1), query.text(2),
+                                        query.text(3), query.text(4)};
+    };
+    ado::sqlite::NativeStatement others(
+        connection, "SELECT count(*), sum(gsStock) FROM moigodownstock WHERE gsGodownId = 1 AND "
+                    "gsStock <> 0 AND NOT (gsItemId = 1 AND gsShipmentId = 1)");
+    others.step();
+    const long zeroed = others.integer(0);
+    const double zeroedStock = std::stod(others.text(1));
+
+    call("spGodownTotalStockVerification", 22, 1);
+    // The new shipment's row stands at the lowest location of its lines, with the dearest
+    // cost; the row counted as the book holds it is not recorded; every other row of the
+    // godown with stock is recorded as it went to zero.
+    const auto created = stock();
+    const StockRow newRow{Stored{std::int64_t{1}}, Stored{std::int64_t{2}}, Stored{std::int64_t{77}},
+                          Stored{std::int64_t{2}}, Stored{3.75},           Stored{std::int64_t{0}},
+                          Stored{4.5}};
+    EXPECT_NE(std::find(created.begin(), created.end(), newRow), created.end());
+    const auto first = changes();
+    EXPECT_EQ(first[0], std::to_string(zeroed + 1));
+    EXPECT_EQ(first[1], "1");
+    EXPECT_EQ(std::stod(first[2]), zeroedStock);
+    EXPECT_EQ(std::stod(first[3]), 3.75);
+    EXPECT_EQ(first[4], "0");
+    EXPECT_EQ(bucket(1, 1, 1).first, book);
+
+    // Run again, the godown already holds the count: nothing more is recorded.
+    call("spGodownTotalStockVerification", 22, 1);
+    EXPECT_EQ(changes(), first);
+    EXPECT_EQ(stock(), created);
 }
 
 TEST_F(ProcedureTest, TheTotalPairLeavesBadStockAlone) {
