@@ -16,14 +16,20 @@ namespace {
 constexpr int defaultColWidth = 960;
 constexpr int defaultRowHeight = 240;
 
+/// ASCII letters only, as tolower does in the C locale and for the single
+/// bytes of UTF-8 text; inline, since a sort asks it millions of times.
+unsigned char lowerAscii(unsigned char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
+}
+
 int compareText(std::string_view a, std::string_view b, bool ignoreCase) {
     std::size_t n = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < n; ++i) {
         auto x = static_cast<unsigned char>(a[i]);
         auto y = static_cast<unsigned char>(b[i]);
         if (ignoreCase) {
-            x = static_cast<unsigned char>(std::tolower(x));
-            y = static_cast<unsigned char>(std::tolower(y));
+            x = lowerAscii(x);
+            y = lowerAscii(y);
         }
         if (x != y) {
             return x < y ? -1 : 1;
@@ -326,7 +332,8 @@ Color FlexGrid::backColorAt(int row, int col) const {
     return row < fixedRows_ || col < fixedCols_ ? backColorFixed_ : BackColor();
 }
 
-int FlexGrid::compareRows(int how, int a, int b, int fromCol, int toCol) {
+int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromCol,
+                          int toCol) {
     if (how == flexSortCustom) {
         int cmp = 0;
         raise(onCompare, a, b, cmp);
@@ -335,16 +342,18 @@ int FlexGrid::compareRows(int how, int a, int b, int fromCol, int toCol) {
     for (int c = fromCol; c <= toCol; ++c) {
         const std::string &x = cell(a, c).text;
         const std::string &y = cell(b, c).text;
+        const NumberKey &nx = keys.at(a, c);
+        const NumberKey &ny = keys.at(b, c);
         int cmp = 0;
         switch (how) {
         case flexSortGenericAscending:
         case flexSortGenericDescending:
-            cmp = vb::IsNumeric(x) && vb::IsNumeric(y) ? compareNumbers(vb::Val(x), vb::Val(y))
-                                                       : compareText(x, y, true);
+            cmp = nx.numeric && ny.numeric ? compareNumbers(nx.value, ny.value)
+                                           : compareText(x, y, true);
             break;
         case flexSortNumericAscending:
         case flexSortNumericDescending:
-            cmp = compareNumbers(vb::Val(x), vb::Val(y));
+            cmp = compareNumbers(nx.value, ny.value);
             break;
         case flexSortStringNoCaseAscending:
         case flexSortStringNoCaseDescending:
@@ -359,6 +368,26 @@ int FlexGrid::compareRows(int how, int a, int b, int fromCol, int toCol) {
         }
     }
     return 0;
+}
+
+FlexGrid::SortKeys FlexGrid::sortKeys(int how, int first, int last, int fromCol,
+                                      int toCol) const {
+    SortKeys keys{first, fromCol, toCol - fromCol + 1, {}};
+    const bool generic = how == flexSortGenericAscending || how == flexSortGenericDescending;
+    const bool numeric = how == flexSortNumericAscending || how == flexSortNumericDescending;
+    if (!generic && !numeric) {
+        return keys;
+    }
+    // Each cell is read as a number once, not at every comparison of a sort.
+    keys.numbers.reserve(static_cast<std::size_t>(last - first + 1) * keys.cols);
+    for (int r = first; r <= last; ++r) {
+        for (int c = fromCol; c <= toCol; ++c) {
+            const std::string &text = cell(r, c).text;
+            const bool isNumber = !generic || vb::IsNumeric(text);
+            keys.numbers.push_back({isNumber, isNumber ? vb::Val(text) : 0.0});
+        }
+    }
+    return keys;
 }
 
 void FlexGrid::setSort(int how) {
@@ -376,15 +405,18 @@ void FlexGrid::setSort(int how) {
     }
     int fromCol = std::min(col_, colSel_);
     int toCol = std::max(col_, colSel_);
+    const SortKeys keys = sortKeys(how, first, last, fromCol, toCol);
     std::vector<int> order(static_cast<std::size_t>(last - first + 1));
     std::iota(order.begin(), order.end(), first);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](int a, int b) { return compareRows(how, a, b, fromCol, toCol) < 0; });
-    std::vector<Cell> sorted(cells_.begin() + static_cast<std::ptrdiff_t>(first) * cols_,
-                             cells_.begin() + static_cast<std::ptrdiff_t>(last + 1) * cols_);
-    for (std::size_t i = 0; i < order.size(); ++i) {
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+        return compareRows(how, keys, a, b, fromCol, toCol) < 0;
+    });
+    // The rows move, their texts and colours with them: nothing is copied.
+    std::vector<Cell> sorted;
+    sorted.reserve(order.size() * static_cast<std::size_t>(cols_));
+    for (int r : order) {
         for (int c = 0; c < cols_; ++c) {
-            sorted[i * cols_ + c] = cell(order[i], c);
+            sorted.push_back(std::move(cell(r, c)));
         }
     }
     std::move(sorted.begin(), sorted.end(),

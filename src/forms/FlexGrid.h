@@ -202,7 +202,25 @@ private:
     void normalizeScroll();
     int visibleRowsFrom(int top) const;
     void scrollToShow(int row);
-    int compareRows(int how, int a, int b, int fromCol, int toCol);
+    /// A cell of the sorted columns read as a number, once per sort.
+    struct NumberKey {
+        bool numeric;
+        double value;
+    };
+    struct SortKeys {
+        int firstRow;
+        int fromCol;
+        int cols;
+        std::vector<NumberKey> numbers; // empty for the text sorts
+        const NumberKey &at(int row, int col) const {
+            static constexpr NumberKey none{false, 0.0};
+            return numbers.empty()
+                       ? none
+                       : numbers[static_cast<std::size_t>(row - firstRow) * cols + (col - fromCol)];
+        }
+    };
+    SortKeys sortKeys(int how, int first, int last, int fromCol, int toCol) const;
+    int compareRows(int how, const SortKeys &keys, int a, int b, int fromCol, int toCol);
 
     int rows_ = 2;
     int cols_ = 2;

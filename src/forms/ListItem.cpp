@@ -5,8 +5,36 @@
 
 namespace forms {
 
+const std::string &ListSubItem::noText() {
+    static const std::string empty;
+    return empty;
+}
+
+ListSubItem::Extras &ListSubItem::extras() {
+    if (!extras_) {
+        extras_ = std::make_unique<Extras>();
+    }
+    return *extras_;
+}
+
 ListItem::ListItem(ListView &listView, std::string_view key, std::string_view text)
-    : listView_(&listView), key_(key), text_(text) {}
+    : listView_(&listView), text_(text) {
+    if (!key.empty()) {
+        extras().key = key;
+    }
+}
+
+const std::string &ListItem::noText() {
+    static const std::string empty;
+    return empty;
+}
+
+ListItem::Extras &ListItem::extras() {
+    if (!extras_) {
+        extras_ = std::make_unique<Extras>();
+    }
+    return *extras_;
+}
 
 void ListItem::setText(std::string_view text) {
     text_ = text;
@@ -25,6 +53,10 @@ std::string ListItem::SubItems(int n) const {
 
 void ListItem::setSubItems(int n, std::string_view text) {
     checkSubItemIndex(n);
+    if (subItems_.empty()) {
+        // Rows are filled column by column: one allocation for all of them.
+        subItems_.reserve(static_cast<std::size_t>(listView_->ColumnHeaders().Count() - 1));
+    }
     while (ListSubItemsCount() < n) {
         subItems_.emplace_back(ListSubItemsCount() + 1);
     }

@@ -3,6 +3,7 @@
 
 #include "forms/Colors.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,10 @@ namespace forms {
 class ListView;
 
 /// One further column of a list row (the old ListSubItems(n)).
+///
+/// A list of 100,000 rows holds over a million of these, almost all with a
+/// text and nothing else; the rest (key, tag, tip, colour, bold) lives apart,
+/// made when first set, so that a sub-item is its text and little more.
 class ListSubItem {
 public:
     explicit ListSubItem(int index) : index_(index) {}
@@ -19,25 +24,31 @@ public:
     int Index() const { return index_; }
     const std::string &Text() const { return text_; }
     void setText(std::string_view text) { text_ = text; }
-    const std::string &Key() const { return key_; }
-    void setKey(std::string_view key) { key_ = key; }
-    const std::string &Tag() const { return tag_; }
-    void setTag(std::string_view tag) { tag_ = tag; }
-    const std::string &ToolTipText() const { return toolTipText_; }
-    void setToolTipText(std::string_view text) { toolTipText_ = text; }
-    Color ForeColor() const { return foreColor_; }
-    void setForeColor(Color c) { foreColor_ = c; }
-    bool Bold() const { return bold_; }
-    void setBold(bool bold) { bold_ = bold; }
+    const std::string &Key() const { return extras_ ? extras_->key : noText(); }
+    void setKey(std::string_view key) { extras().key = key; }
+    const std::string &Tag() const { return extras_ ? extras_->tag : noText(); }
+    void setTag(std::string_view tag) { extras().tag = tag; }
+    const std::string &ToolTipText() const { return extras_ ? extras_->toolTipText : noText(); }
+    void setToolTipText(std::string_view text) { extras().toolTipText = text; }
+    Color ForeColor() const { return extras_ ? extras_->foreColor : vbWindowText; }
+    void setForeColor(Color c) { extras().foreColor = c; }
+    bool Bold() const { return extras_ && extras_->bold; }
+    void setBold(bool bold) { extras().bold = bold; }
 
 private:
-    int index_;
+    struct Extras {
+        std::string key;
+        std::string tag;
+        std::string toolTipText;
+        Color foreColor = vbWindowText;
+        bool bold = false;
+    };
+    static const std::string &noText();
+    Extras &extras();
+
     std::string text_;
-    std::string key_;
-    std::string tag_;
-    std::string toolTipText_;
-    Color foreColor_ = vbWindowText;
-    bool bold_ = false;
+    std::unique_ptr<Extras> extras_;
+    int index_;
 };
 
 /// A row of a ListView. Its own Text is the first column; sub-item n is
@@ -55,7 +66,7 @@ public:
 
     /// Position in the list, from 1.
     int Index() const { return index_; }
-    const std::string &Key() const { return key_; }
+    const std::string &Key() const { return extras_ ? extras_->key : noText(); }
     const std::string &Text() const { return text_; }
     void setText(std::string_view text);
 
@@ -71,10 +82,10 @@ public:
     bool Selected() const { return selected_; }
     void setSelected(bool selected);
 
-    const std::string &Tag() const { return tag_; }
-    void setTag(std::string_view tag) { tag_ = tag; }
-    const std::string &ToolTipText() const { return toolTipText_; }
-    void setToolTipText(std::string_view text) { toolTipText_ = text; }
+    const std::string &Tag() const { return extras_ ? extras_->tag : noText(); }
+    void setTag(std::string_view tag) { extras().tag = tag; }
+    const std::string &ToolTipText() const { return extras_ ? extras_->toolTipText : noText(); }
+    void setToolTipText(std::string_view text) { extras().toolTipText = text; }
     Color ForeColor() const { return foreColor_; }
     void setForeColor(Color c) { foreColor_ = c; }
     bool Bold() const { return bold_; }
@@ -89,16 +100,22 @@ private:
     friend class ListView;
     friend class ListItemCollection;
     void checkSubItemIndex(int n) const;
+    // Key, tag and tip are rare on a row; they live apart, as a sub-item's do.
+    struct Extras {
+        std::string key;
+        std::string tag;
+        std::string toolTipText;
+    };
+    static const std::string &noText();
+    Extras &extras();
 
     ListView *listView_;
-    int index_ = 0;
-    std::string key_;
     std::string text_;
     std::vector<ListSubItem> subItems_;
-    bool selected_ = false;
-    std::string tag_;
-    std::string toolTipText_;
+    std::unique_ptr<Extras> extras_;
+    int index_ = 0;
     Color foreColor_ = vbWindowText;
+    bool selected_ = false;
     bool bold_ = false;
     bool checked_ = false;
 };

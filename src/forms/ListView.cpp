@@ -13,11 +13,17 @@ namespace {
 constexpr int itemHeight = 240;
 constexpr int defaultColumnWidth = 1440;
 
+/// ASCII letters only, as tolower does in the C locale and for the single
+/// bytes of UTF-8 text; inline, since a sort asks it many times.
+int lowerAscii(unsigned char c) {
+    return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c;
+}
+
 int compareNoCase(std::string_view a, std::string_view b) {
     std::size_t n = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < n; ++i) {
-        int x = std::tolower(static_cast<unsigned char>(a[i]));
-        int y = std::tolower(static_cast<unsigned char>(b[i]));
+        int x = lowerAscii(static_cast<unsigned char>(a[i]));
+        int y = lowerAscii(static_cast<unsigned char>(b[i]));
         if (x != y) {
             return x < y ? -1 : 1;
         }
@@ -242,12 +248,13 @@ void ListView::setSortOrder(int order) {
 }
 
 void ListView::sortItems() {
-    auto keyText = [this](const ListItem &item) -> std::string {
+    static const std::string none;
+    // By reference: a sort compares each row many times.
+    auto keyText = [this](const ListItem &item) -> const std::string & {
         if (sortKey_ == 0) {
             return item.Text();
         }
-        return sortKey_ <= item.ListSubItemsCount() ? item.subItems_[sortKey_ - 1].Text()
-                                                    : std::string();
+        return sortKey_ <= item.ListSubItemsCount() ? item.subItems_[sortKey_ - 1].Text() : none;
     };
     std::stable_sort(items_.items_.begin(), items_.items_.end(),
                      [&](const std::unique_ptr<ListItem> &a, const std::unique_ptr<ListItem> &b) {

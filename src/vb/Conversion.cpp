@@ -44,11 +44,11 @@ std::string numberText(double x) {
 }
 
 std::string dateText(Date d) {
-    std::string time = formatDate(d, "hh:mm:ss");
+    // The time is written only where it shows: grids list thousands of plain dates.
     if (d.datePart().serial == 0.0)
-        return time;
+        return formatDate(d, "hh:mm:ss");
     std::string date = formatDate(d, shortDateFormat());
-    return d.hasTime() ? date + " " + time : date;
+    return d.hasTime() ? date + " " + formatDate(d, "hh:mm:ss") : date;
 }
 
 double numberOfText(const std::string &text, std::string_view source) {

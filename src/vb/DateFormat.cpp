@@ -14,8 +14,10 @@ constexpr std::array<const char *, 12> monthNames = {
 constexpr std::array<const char *, 7> dayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                   "Thursday", "Friday", "Saturday"};
 
+// ASCII letters only: pattern letters are ASCII, and tolower leaves other
+// bytes alone in the C and UTF-8 locales this program runs in.
 char lower(char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
 bool isDateLetter(char c) {
@@ -25,6 +27,8 @@ bool isDateLetter(char c) {
 }
 
 std::string twoDigits(int n) {
+    if (n >= 0 && n < 100)
+        return {static_cast<char>('0' + n / 10), static_cast<char>('0' + n % 10)};
     return n < 10 ? "0" + std::to_string(n) : std::to_string(n);
 }
 
@@ -48,6 +52,9 @@ bool startsWithNoCase(std::string_view s, std::string_view prefix) {
 
 /// Length of an AM/PM marker at the start of the pattern, 0 if there is none.
 std::size_t amPmLength(std::string_view p) {
+    // Every other letter of every pattern is asked this: answer most at once.
+    if (p.empty() || lower(p[0]) != 'a')
+        return 0;
     if (startsWithNoCase(p, "am/pm"))
         return 5;
     if (startsWithNoCase(p, "ampm"))
@@ -59,7 +66,7 @@ std::size_t amPmLength(std::string_view p) {
 
 bool usesTwelveHours(std::string_view pattern) {
     for (std::size_t i = 0; i < pattern.size(); ++i)
-        if (amPmLength(pattern.substr(i)) > 0)
+        if (lower(pattern[i]) == 'a' && amPmLength(pattern.substr(i)) > 0)
             return true;
     return false;
 }
@@ -117,13 +124,12 @@ private:
         return p_.hour % 12 == 0 ? 12 : p_.hour % 12;
     }
     void day(std::size_t run, std::string &out) {
-        int weekday = Weekday(date_);
         if (run <= 2)
             out += number(p_.day, run);
         else if (run == 3)
-            out += std::string(dayNames[weekday - 1]).substr(0, 3);
+            out += std::string(dayNames[Weekday(date_) - 1]).substr(0, 3);
         else if (run == 4)
-            out += dayNames[weekday - 1];
+            out += dayNames[Weekday(date_) - 1];
         else if (run == 5)
             out += formatDate(date_, shortDateFormat());
         else
@@ -206,7 +212,7 @@ std::string formatDate(Date d, std::string_view pattern) {
             if (i + 1 < pattern.size())
                 out += pattern[i + 1];
             i += 2;
-        } else if (std::size_t n = amPmLength(pattern.substr(i)); n > 0) {
+        } else if (std::size_t n = lower(c) == 'a' ? amPmLength(pattern.substr(i)) : 0; n > 0) {
             writer.amPm(pattern.substr(i, n), out);
             i += n;
         } else if (isDateLetter(c)) {

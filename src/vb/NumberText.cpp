@@ -155,11 +155,18 @@ double leadingNumber(std::string_view text) {
 
 namespace {
 
+bool isSpaceOrTab(char c) {
+    return c == ' ' || c == '\t';
+}
+
+// A loop of its own: find_first_not_of looks each character up in the set,
+// and lists read this for every row they walk.
 std::string_view trimBlanks(std::string_view s) {
-    std::size_t first = s.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return s.substr(first, s.find_last_not_of(" \t") - first + 1);
+    while (!s.empty() && isSpaceOrTab(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && isSpaceOrTab(s.back()))
+        s.remove_suffix(1);
+    return s;
 }
 
 /// Removes the first character of `s` if it is one of `chars`; gives it, or '\0'.
@@ -203,10 +210,46 @@ bool strictExponent(std::string_view s, DecimalParts &p) {
     return true;
 }
 
+/// Digits with at most one point among them and nothing else but a leading
+/// sign ("1234", "-12.500", ".5"), as lists and grids hold them; nullopt for any other text,
+/// which the full reading takes. Up to 15 digits the digits are exact as a
+/// double and so is a power of ten up to 10^22: the one division then rounds
+/// as the full conversion does, without taking the text apart into strings.
+std::optional<double> plainDecimal(std::string_view s) {
+    static constexpr double powers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char *p = s.data();
+    const char *const end = p + s.size();
+    bool negative = false;
+    if (p != end && (*p == '-' || *p == '+')) {
+        negative = *p == '-';
+        ++p;
+    }
+    const char *const first = p;
+    std::uint64_t digits = 0; // wraps past 19 digits, but then it is not used
+    for (unsigned d; p != end && (d = static_cast<unsigned char>(*p) - unsigned{'0'}) <= 9; ++p)
+        digits = digits * 10 + d;
+    std::ptrdiff_t count = p - first;
+    std::ptrdiff_t afterPoint = 0;
+    if (p != end && *p == '.') {
+        const char *const point = ++p;
+        for (unsigned d; p != end && (d = static_cast<unsigned char>(*p) - unsigned{'0'}) <= 9; ++p)
+            digits = digits * 10 + d;
+        afterPoint = p - point;
+        count += afterPoint;
+    }
+    if (p != end || count == 0 || count > 15)
+        return std::nullopt;
+    const double value = static_cast<double>(digits) / powers[afterPoint];
+    return negative ? -value : value;
+}
+
 } // namespace
 
 std::optional<double> numberFromText(std::string_view text) {
     std::string_view s = trimBlanks(text);
+    if (std::optional<double> plain = plainDecimal(s))
+        return plain;
     if (!s.empty() && s[0] == '&')
         return strictRadix(s.substr(1));
     DecimalParts p;

@@ -22,10 +22,29 @@ std::size_t clampedCount(long n, std::size_t size) {
     return std::min(static_cast<std::size_t>(n), size);
 }
 
+// Most texts (codes, numbers, dates, English names) are plain ASCII, where a
+// byte is a character and case is a matter of 26 letters: the functions below
+// work on their bytes then, and decode into characters only otherwise.
+bool isAscii(std::string_view s) {
+    return std::all_of(s.begin(), s.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+char upperAscii(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+char lowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
 } // namespace
 
 std::string Trim(std::string_view s) {
-    return LTrim(RTrim(s));
+    std::size_t first = s.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return std::string();
+    return std::string(s.substr(first, s.find_last_not_of(' ') - first + 1));
 }
 
 std::string LTrim(std::string_view s) {
@@ -39,6 +58,11 @@ std::string RTrim(std::string_view s) {
 }
 
 std::string UCase(std::string_view s) {
+    if (isAscii(s)) {
+        std::string out(s);
+        std::transform(out.begin(), out.end(), out.begin(), upperAscii);
+        return out;
+    }
     std::u32string chars = utf8::decode(s);
     for (char32_t &c : chars)
         c = utf8::toUpper(c);
@@ -46,12 +70,19 @@ std::string UCase(std::string_view s) {
 }
 
 std::string LCase(std::string_view s) {
+    if (isAscii(s)) {
+        std::string out(s);
+        std::transform(out.begin(), out.end(), out.begin(), lowerAscii);
+        return out;
+    }
     return utf8::encode(lowered(utf8::decode(s)));
 }
 
 std::string Left(std::string_view s, long length) {
     if (length < 0)
         invalidArgument("Left");
+    if (isAscii(s))
+        return std::string(s.substr(0, clampedCount(length, s.size())));
     std::u32string chars = utf8::decode(s);
     return utf8::encode(std::u32string_view(chars).substr(0, clampedCount(length, chars.size())));
 }
@@ -81,12 +112,26 @@ std::string Mid(std::string_view s, long start, long length) {
 }
 
 long Len(std::string_view s) {
-    return static_cast<long>(utf8::decode(s).size());
+    return static_cast<long>(utf8::count(s));
 }
 
 long InStr(long start, std::string_view s, std::string_view find, Compare cmp) {
     if (start < 1)
         invalidArgument("InStr");
+    if (isAscii(s) && isAscii(find)) {
+        if (start > static_cast<long>(s.size()))
+            return 0;
+        if (find.empty())
+            return start;
+        std::string text(s);
+        std::string wanted(find);
+        if (cmp == Compare::Text) {
+            std::transform(text.begin(), text.end(), text.begin(), lowerAscii);
+            std::transform(wanted.begin(), wanted.end(), wanted.begin(), lowerAscii);
+        }
+        std::size_t at = text.find(wanted, static_cast<std::size_t>(start - 1));
+        return at == std::string::npos ? 0 : static_cast<long>(at) + 1;
+    }
     std::u32string text = utf8::decode(s);
     std::u32string wanted = utf8::decode(find);
     if (start > static_cast<long>(text.size()))

@@ -78,6 +78,24 @@ bool isLatinExtendedCapital(char32_t c, bool &inPair) {
 
 } // namespace
 
+std::size_t count(std::string_view text) {
+    std::size_t n = 0;
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        const auto lead = static_cast<unsigned char>(text[pos]);
+        if (lead < 0x80) {
+            ++pos;
+        } else {
+            const int length = sequenceLength(lead);
+            // A stray byte is a character of its own, as in decode.
+            pos += decodeSequence(text, pos, length) == 0xFFFFFFFF ? 1
+                                                                     : static_cast<std::size_t>(length);
+        }
+        ++n;
+    }
+    return n;
+}
+
 std::u32string decode(std::string_view text) {
     std::u32string out;
     out.reserve(text.size());

@@ -10,6 +10,8 @@ namespace vb::utf8 {
 /// sequence becomes one character of its own (U+DC80 to U+DCFF), so that any
 /// byte string survives decode and encode unchanged.
 std::u32string decode(std::string_view text);
+/// How many characters decode would give, without making them.
+std::size_t count(std::string_view text);
 /// Back to UTF-8; the stand-ins for stray bytes become those bytes again.
 std::string encode(std::u32string_view chars);
 

@@ -173,6 +173,28 @@ TEST_F(FlexGridTest, SortTakesOnlyRowToRowSelWhenTheyDiffer) {
     EXPECT_THROW(grid.setSort(10), vb::Error);
 }
 
+// Rows 2 to 4 of five sorted on two key columns, numbers and text mixed: the
+// rows outside stay, and each row's cells and colours travel together.
+TEST_F(FlexGridTest, SortedRowsTakeTheirColoursAlongAndTheRestStay) {
+    fill(3, {"z\t0\tfirst", "b\t10\tred", "B\t9\tplain", "a\tx\tlast kept", "a\t1\tlast"});
+    grid.setRow(2);
+    grid.setCol(2);
+    grid.setCellForeColor(vbRed);
+    grid.setCol(0);
+    grid.setColSel(1);
+    grid.setRow(2);
+    grid.setRowSel(4);
+    grid.setSort(flexSortGenericAscending);
+    EXPECT_EQ(column(2),
+              (std::vector<std::string>{"first", "last kept", "plain", "red", "last"}));
+    EXPECT_EQ(grid.foreColorAt(4, 2), vbRed);
+    EXPECT_EQ(grid.foreColorAt(2, 2), vbWindowText);
+    grid.setSort(flexSortNumericDescending);
+    EXPECT_EQ(column(2),
+              (std::vector<std::string>{"first", "red", "plain", "last kept", "last"}));
+    EXPECT_EQ(grid.foreColorAt(2, 2), vbRed);
+}
+
 TEST_F(FlexGridTest, SortRaisesNoEventAndKeepsTheCurrentCell) {
     fill(1, {"b", "a"});
     grid.setRow(2);

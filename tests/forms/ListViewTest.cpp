@@ -118,6 +118,43 @@ TEST_F(ListViewTest, SortedListOrdersByItsSortKey) {
     EXPECT_EQ(lvw.ListItems()(3).SubItems(1), "Pepper");
 }
 
+// A row's and a sub-item's rarer properties start empty, keep what is set,
+// and go with their row when a sort moves it; the selection stays on the row.
+TEST_F(ListViewTest, RarePropertiesStayWithTheirRowThroughASort) {
+    ListItem &soap = add("1", "soap", "2");
+    ListItem &rice = add("2", "Rice", "5");
+    EXPECT_EQ(soap.Tag(), "");
+    EXPECT_EQ(soap.ListSubItems(1).ToolTipText(), "");
+    EXPECT_EQ(soap.ListSubItems(2).ForeColor(), vbWindowText);
+    EXPECT_FALSE(soap.ListSubItems(2).Bold());
+    soap.setTag("kept");
+    soap.setToolTipText("row tip");
+    soap.ListSubItems(1).setToolTipText("Bath soap");
+    soap.ListSubItems(1).setKey("s1");
+    soap.ListSubItems(2).setForeColor(vbRed);
+    soap.ListSubItems(2).setBold(true);
+    soap.ListSubItems(2).setTag("t");
+    rice.setSelected(true);
+    lvw.setSortKey(1);
+    lvw.setSorted(true);
+    ListItem &second = lvw.ListItems()(2);
+    EXPECT_EQ(&second, &soap);
+    EXPECT_EQ(second.Index(), 2);
+    EXPECT_EQ(second.Tag(), "kept");
+    EXPECT_EQ(second.ToolTipText(), "row tip");
+    EXPECT_EQ(second.ListSubItems(1).ToolTipText(), "Bath soap");
+    EXPECT_EQ(second.ListSubItems(1).Key(), "s1");
+    EXPECT_EQ(second.ListSubItems(1).Index(), 1);
+    EXPECT_EQ(second.ListSubItems(2).ForeColor(), vbRed);
+    EXPECT_TRUE(second.ListSubItems(2).Bold());
+    EXPECT_EQ(second.ListSubItems(2).Tag(), "t");
+    EXPECT_EQ(lvw.ListItems()(1).ListSubItems(2).ForeColor(), vbWindowText);
+    EXPECT_EQ(lvw.SelectedItem().Text(), "2");
+    EXPECT_EQ(lvw.ListItems()(1).Key(), "");
+    lvw.ListItems().Add(0, "k", "3");
+    EXPECT_EQ(lvw.ListItems().Item("k").Text(), "3");
+}
+
 TEST_F(ListViewTest, ColumnPositionsMoveTheOthers) {
     lvw.ColumnHeaders().Add(0, "", "Unit", 800);
     lvw.ColumnHeaders()(4).setPosition(3);

@@ -52,3 +52,26 @@ TEST(StringsTest, FourByteCharactersCountOnce) {
     EXPECT_EQ(vb::Right(text, 2), "\xf0\x9f\x93\xa6y");
     EXPECT_EQ(vb::InStr(text, "y"), 3);
 }
+
+// Plain ASCII takes a byte road and other text a character road: both count
+// positions in characters, from the start asked, and ignore case alike.
+TEST(StringsTest, SearchCutAndCaseAgreeOnPlainAndAccentedText) {
+    EXPECT_EQ(vb::InStr(3, "abcABC", "b", vb::Compare::Text), 5);
+    EXPECT_EQ(vb::InStr(3, "abcABC", "b", vb::Compare::Binary), 0);
+    EXPECT_EQ(vb::InStr(3, "abc", "", vb::Compare::Binary), 3);
+    EXPECT_EQ(vb::InStr(4, "abc", "", vb::Compare::Binary), 0);
+    EXPECT_EQ(vb::InStr(2, "ñañA", "a", vb::Compare::Text), 2);
+    EXPECT_EQ(vb::InStr(3, "ñañA", "A", vb::Compare::Text), 4);
+    EXPECT_EQ(vb::InStr(1, "xÑAa", "ña", vb::Compare::Text), 2);
+    EXPECT_EQ(vb::InStr(1, "Stock date", "DATE", vb::Compare::Text), 7);
+    EXPECT_EQ(vb::Left("abc", 5), "abc");
+    EXPECT_EQ(vb::Left("abc", 0), "");
+    EXPECT_EQ(vb::Left("ñandú", 2), "ña");
+    EXPECT_EQ(vb::UCase("admin-d n"), "ADMIN-D N");
+    EXPECT_EQ(vb::UCase("ñu"), "ÑU");
+    EXPECT_EQ(vb::LCase("PCS[1]"), "pcs[1]");
+    EXPECT_EQ(vb::Trim("  a b  "), "a b");
+    EXPECT_EQ(vb::Trim("    "), "");
+    EXPECT_EQ(vb::Trim("\ta "), "\ta");
+    EXPECT_EQ(vb::Len("ñandú"), 5);
+}
