@@ -32,6 +32,11 @@ inline constexpr int adEditNone = 0;
 inline constexpr int adEditInProgress = 1;
 inline constexpr int adEditAdd = 2;
 
+// PositionEnum: what AbsolutePosition gives where there is no row.
+inline constexpr long adPosUnknown = -1;
+inline constexpr long adPosBOF = -2;
+inline constexpr long adPosEOF = -3;
+
 // CommandTypeEnum
 inline constexpr int adCmdUnspecified = -1;
 inline constexpr int adCmdText = 1;

@@ -29,6 +29,9 @@ inline constexpr std::int32_t InvalidObject = -2147217865;
 inline constexpr std::int32_t Conversion = -2147217913;
 /// Text longer than its column ("String or binary data would be truncated.").
 inline constexpr std::int32_t Truncation = -2147217833;
+/// A divisor of zero ("Divide by zero error encountered."): the provider
+/// gives it the number of a value out of range, as it gives truncation.
+inline constexpr std::int32_t DivideByZero = -2147217833;
 /// A key or other constraint refused a row.
 inline constexpr std::int32_t Constraint = -2147217873;
 /// A statement that waited too long, for a lock or by its command timeout.

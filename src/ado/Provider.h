@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,10 @@ public:
     virtual bool next(Row &row) = 0;
     /// Starts again before the first row.
     virtual void restart() = 0;
+    /// The rows that `next` has yet to give, counted without reading them and
+    /// in agreement with what `next` will give; nothing when the provider
+    /// cannot count them so (the caller then reads the rows to count them).
+    virtual std::optional<long> remaining() { return std::nullopt; }
 };
 
 /// A column name and the value to write into it.

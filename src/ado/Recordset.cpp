@@ -75,6 +75,8 @@ void RecordsetState::reset() {
     rows.clear();
     stale.clear();
     position = 0;
+    fromStatement = 0;
+    counted = -1;
     allRead = started = atEnd = false;
     editMode = adEditNone;
     buffer.clear();
@@ -88,20 +90,22 @@ void RecordsetState::requireOpen() const {
         throw adoError(errnum::ObjectClosed, source);
 }
 
-// A scrollable cursor reads the rest of its rows at the first look at one.
-// Rows added before that stay where they are, after the rows of the
-// statement (which may already see them: they are not taken twice).
+// The rest of the statement's rows. Rows added before that move behind them
+// (the statement may already see them: they are not taken twice), and the
+// position and the rows waiting for UpdateBatch move with them.
 void RecordsetState::readAllRows() {
     if (allRead)
         return;
     connection.session(); // a closed connection stops here with 3709
-    std::deque<Row> added = std::move(rows);
-    std::vector<bool> addedStale = std::move(stale);
+    const long firstAdded = fromStatement;
+    std::deque<Row> added(std::make_move_iterator(rows.begin() + firstAdded),
+                          std::make_move_iterator(rows.end()));
+    std::vector<bool> addedStale(stale.begin() + firstAdded, stale.end());
+    rows.erase(rows.begin() + firstAdded, rows.end());
+    stale.resize(static_cast<std::size_t>(firstAdded));
     std::set<std::int64_t> addedIds;
     for (const auto &r : added)
         addedIds.insert(r.rowid);
-    rows.clear();
-    stale.clear();
     Row row;
     while (cursor && cursor->next(row)) {
         ++rowsRead;
@@ -110,13 +114,62 @@ void RecordsetState::readAllRows() {
         rows.push_back(std::move(row));
         stale.push_back(false);
     }
-    long offset = static_cast<long>(rows.size());
+    fromStatement = static_cast<long>(rows.size());
+    const long moved = fromStatement - firstAdded;
     rows.insert(rows.end(), std::make_move_iterator(added.begin()),
                 std::make_move_iterator(added.end()));
     stale.insert(stale.end(), addedStale.begin(), addedStale.end());
-    position = added.empty() ? 0 : offset + position;
+    if (position >= firstAdded)
+        position += moved;
+    for (auto &p : batch)
+        if (static_cast<long>(p.row) >= firstAdded)
+            p.row += static_cast<std::size_t>(moved);
     cursor.reset();
     allRead = true;
+}
+
+// One more row of the statement, while no row has been added behind them.
+bool RecordsetState::readStatementRow() {
+    connection.session();
+    Row row;
+    if (cursor && cursor->next(row)) {
+        ++rowsRead;
+        rows.push_back(std::move(row));
+        stale.push_back(false);
+        ++fromStatement;
+        return true;
+    }
+    cursor.reset();
+    allRead = true;
+    return false;
+}
+
+// Reads the statement's rows up to the one at `index`, where it has one. An
+// added row stands after every row of the statement, so that with rows
+// added the whole statement is read.
+void RecordsetState::readUpTo(long index) {
+    while (!allRead && index >= fromStatement) {
+        if (static_cast<long>(rows.size()) > fromStatement) {
+            readAllRows();
+            return;
+        }
+        readStatementRow();
+    }
+}
+
+// The rows of a keyset or static cursor: counted by the provider while none
+// has been added and it can count them, read otherwise. The count stays as
+// first given: the rows are those of one read.
+long RecordsetState::rowCount() {
+    connection.session();
+    if (!allRead && counted < 0 && static_cast<long>(rows.size()) == fromStatement && cursor)
+        if (auto left = cursor->remaining())
+            counted = fromStatement + *left;
+    if (!allRead && counted < 0)
+        readAllRows();
+    if (allRead)
+        return static_cast<long>(rows.size());
+    return counted + static_cast<long>(rows.size()) - fromStatement;
 }
 
 // Forward-only: the next row of the statement becomes the current one.
@@ -137,11 +190,18 @@ bool RecordsetState::readNextRow() {
     return false;
 }
 
+// The first look at a row reads the first row of the statement, unless the
+// recordset stands on a row it added.
 void RecordsetState::startReading() {
-    if (scrollable())
-        readAllRows();
-    else if (!started)
+    if (started)
+        return;
+    if (!scrollable()) {
         readNextRow();
+        return;
+    }
+    started = true;
+    if (rows.empty())
+        readUpTo(0);
 }
 
 bool RecordsetState::eof() {
@@ -471,6 +531,8 @@ void Recordset::MoveFirst() {
             rs.readNextRow();
         }
     } else {
+        rs.started = true;
+        rs.readUpTo(0);
         rs.position = 0;
     }
     if (rs.eof())
@@ -482,10 +544,14 @@ void Recordset::MoveNext() {
     rs.leaveRow();
     if (rs.eof())
         throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
-    if (rs.scrollable())
+    if (rs.scrollable()) {
+        // Leaving the last row read of the statement: its next row first.
+        if (rs.position < rs.fromStatement)
+            rs.readUpTo(rs.position + 1);
         ++rs.position;
-    else
+    } else {
         rs.readNextRow();
+    }
 }
 
 void Recordset::MovePrevious() {
@@ -495,6 +561,9 @@ void Recordset::MovePrevious() {
         throw adoError(errnum::NoBackwardFetch, source);
     if (rs.bof())
         throw vb::Error::standard(errnum::NoCurrentRecord, std::string(source));
+    // Back from the first added row: the row before it is the statement's last.
+    if (rs.position == rs.fromStatement && !rs.allRead)
+        rs.readAllRows();
     --rs.position;
 }
 
@@ -514,8 +583,24 @@ long Recordset::RecordCount() const {
     rs.requireOpen();
     if (rs.cursorType == adOpenForwardOnly || rs.cursorType == adOpenDynamic)
         return -1;
-    rs.readAllRows();
-    return static_cast<long>(rs.rows.size());
+    return rs.rowCount();
+}
+
+long Recordset::AbsolutePosition() const {
+    RecordsetState &rs = *state_;
+    rs.requireOpen();
+    if (!rs.scrollable() || rs.editMode == adEditAdd)
+        return adPosUnknown;
+    if (rs.bof() && rs.eof())
+        return adPosUnknown;
+    if (rs.bof())
+        return adPosBOF;
+    if (rs.eof())
+        return adPosEOF;
+    // An added row's place counts every row of the statement before it.
+    if (rs.position >= rs.fromStatement)
+        rs.readAllRows();
+    return rs.position + 1;
 }
 
 void Recordset::AddNew() {

@@ -18,12 +18,15 @@ struct RecordsetState;
 /// A cursor over the rows of a statement. Copying a Recordset shares it, as
 /// object references did. Naming rules in Constants.h (Eof/Bof for EOF/BOF).
 ///
-/// Recordsets are lazy: opening reads no row. A forward-only recordset reads
-/// its rows one by one as it moves; the other cursor types read all rows of
-/// the statement at the first look at a row (Eof, a field, a move,
-/// RecordCount), so that opening "select * from T" only to AddNew costs the
-/// same whatever the size of T. RecordCount is known for keyset and static
-/// cursors and -1 for forward-only and dynamic ones.
+/// Recordsets are lazy: opening reads no row, so that opening "select * from
+/// T" only to AddNew costs the same whatever the size of T. Every cursor type
+/// reads the rows of its statement as far as it is moved: a grid that shows
+/// the first 500 rows of 100,000 reads 501. MoveLast reads them all.
+/// RecordCount is known for keyset and static cursors and -1 for
+/// forward-only and dynamic ones; the provider counts the rows not yet read
+/// where it can, within the same read as the rows themselves, so the count
+/// and the rows agree. The rows of a keyset cursor are those of the first
+/// look at a row; rows the recordset adds come after them.
 ///
 /// Rows can be added (AddNew, set fields, Update) and changed (set fields of
 /// the current row, Update) when the lock type is not read-only and the
@@ -56,6 +59,9 @@ public:
     void MovePrevious();
     void MoveLast();
     long RecordCount() const;
+    /// The current row's place from 1; adPosBOF, adPosEOF, or adPosUnknown
+    /// for a forward-only cursor, an empty recordset or a row being added.
+    long AbsolutePosition() const;
 
     void AddNew();
     void Update();

@@ -26,6 +26,9 @@ struct RecordsetState {
 
     // Reading rows.
     void readAllRows();
+    bool readStatementRow();
+    void readUpTo(long index);
+    long rowCount();
     bool readNextRow();
     void startReading();
     bool eof();
@@ -68,14 +71,20 @@ struct RecordsetState {
     std::string baseTable;
     bool identified = false; // rows carry their rowid
 
-    // Scrollable cursors: every row read so far and those added, the current
-    // one at `position` (-1 before the first, rows.size() after the last).
+    // Scrollable cursors: the rows of the statement read so far (the first
+    // `fromStatement`), then the rows added; the current one at `position`
+    // (-1 before the first, rows.size() after the last). The statement's
+    // rows are read as far as the cursor moves; the added rows stand after
+    // all of them, so that reaching an added row from a row of the statement
+    // reads the rest of the statement first.
     // Forward-only: the current row alone, at position 0.
-    std::deque<Row> rows;    // grows without moving the rows it holds
+    std::deque<Row> rows;    // grows at the end without moving the rows it holds
     std::vector<bool> stale; // the row was written: read its values again before use
     long position = 0;
+    long fromStatement = 0;
+    long counted = -1; // rows of the statement as the provider counted them, -1 unknown
     bool allRead = false;
-    bool started = false; // forward-only: the first row has been asked for
+    bool started = false; // the first row has been asked for
     bool atEnd = false;   // forward-only: past the last row
 
     int editMode = adEditNone;

@@ -24,6 +24,10 @@ insert into sv_procedure values ('spMoveStock', '@svhid int,@qty numeric(18,3),@
    insert into moves values (@svhid, @mode)');
 insert into sv_procedure values ('spHalfDone', '@svhid int',
   'insert into moves values (@svhid, ''H''); insert into nosuchtable values (1)');
+insert into sv_procedure values ('spShare', '@svhid int,@parts int,@mode varchar(5)',
+  'insert into moves values (@svhid, ''S'');
+   update stock set qty = qty / @parts where itemid = 1;
+   update moves set mode = @mode || '' '' where svhid = @svhid');
 )";
 
 ado::Command procedure(const ado::Connection &c, std::string_view name) {
@@ -80,6 +84,36 @@ TEST(CommandTest, FailingBodyLeavesNoneOfItsChangesButTheCallersStay) {
     EXPECT_NE(e.description().find("nosuchtable"), std::string::npos) << e.description();
     EXPECT_NE(e.description().find("spHalfDone"), std::string::npos) << e.description();
     EXPECT_EQ(scalar(c, "select group_concat(svhid || mode) from moves"), "1X");
+    c.CommitTrans();
+}
+
+TEST(CommandTest, BodyRefusesADivisorOfZeroAndTextTooLongForItsColumn) {
+    TempDatabase db(procedureSchema);
+    auto c = db.connect();
+    c.BeginTrans();
+    c.Execute("insert into moves values (1, 'X')");
+    auto share = [&](int parts, const char *mode) {
+        auto cmd = procedure(c, "spShare");
+        cmd.Parameters(1) = 7;
+        cmd.Parameters(2) = parts;
+        cmd.Parameters(3) = mode;
+        cmd.Execute();
+    };
+    auto zero = errorOf([&] { share(0, "Z"); });
+    EXPECT_EQ(zero.number(), -2147217833);
+    EXPECT_EQ(zero.description(),
+              "Divide by zero error encountered. (in stored procedure 'spShare')");
+    auto longText = errorOf([&] { share(4, "ZZ"); }); // moves.mode is varchar(1)
+    EXPECT_EQ(longText.number(), -2147217833);
+    EXPECT_EQ(longText.description(),
+              "String or binary data would be truncated. (in stored procedure 'spShare')");
+    // Neither failure left any of the body's rows; the caller's row and transaction stay.
+    EXPECT_EQ(scalar(c, "select group_concat(svhid || mode) from moves"), "1X");
+    EXPECT_EQ(scalar(c, "select qty from stock"), "10");
+    share(4, "Z"); // the blank after it goes quietly
+    EXPECT_EQ(scalar(c, "select group_concat(svhid || '[' || mode || ']') from moves"),
+              "1[X],7[Z]");
+    EXPECT_EQ(scalar(c, "select qty from stock"), "2.5");
     c.CommitTrans();
 }
 

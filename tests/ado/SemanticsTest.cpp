@@ -41,6 +41,47 @@ protected:
     ado::Connection c;
 };
 
+// The value of one expression, as the recordset gives it.
+vb::Variant valueOf(const ado::Connection &c, const std::string &expression) {
+    return c.Execute("select " + expression).Fields(0).Value();
+}
+
+TEST_F(SemanticsTest, ArithmeticGivesSqlServersValuesAndTypes) {
+    // Integers divide to an integer, cut toward zero; the remainder takes the dividend's sign.
+    EXPECT_EQ(valueOf(c, "7 / 2"), vb::Variant(3));
+    EXPECT_EQ(valueOf(c, "-7 / 2"), vb::Variant(-3));
+    EXPECT_EQ(valueOf(c, "7 % -3"), vb::Variant(1));
+    EXPECT_EQ(valueOf(c, "-7 % 3"), vb::Variant(-1));
+    EXPECT_EQ(valueOf(c, "7 / 2").type(), vb::VarType::Long);
+    // A decimal on either side gives a decimal quotient.
+    EXPECT_EQ(valueOf(c, "7.0 / 2"), vb::Variant(3.5));
+    EXPECT_EQ(valueOf(c, "7 / 2.0"), vb::Variant(3.5));
+    EXPECT_EQ(valueOf(c, "7.5 % 2"), vb::Variant(1.5));
+    // * / % bind before + and -, left to right.
+    EXPECT_EQ(valueOf(c, "2 + 3 * 4 / 5"), vb::Variant(4));
+    EXPECT_EQ(valueOf(c, "100 / 10 / 5"), vb::Variant(2));
+    EXPECT_EQ(valueOf(c, "20 % 7 / 2"), vb::Variant(3));
+    EXPECT_EQ(valueOf(c, "-(4) / -2 - 1"), vb::Variant(1));
+    EXPECT_EQ(valueOf(c, "(case when 1 = 1 then 9 else 0 end) / 2 + len('abc') / 2"),
+              vb::Variant(5));
+    EXPECT_EQ(valueOf(c, "case when 1 = 1 then 9 else 0 end / 2"), vb::Variant(4));
+    // + adds when a side is a number, text converted to it; it joins only text.
+    EXPECT_EQ(valueOf(c, "1 + '2'"), vb::Variant(3));
+    EXPECT_EQ(valueOf(c, "'1' + 2 + '3'"), vb::Variant(6));
+    EXPECT_EQ(valueOf(c, "'1' + '2'"), vb::Variant("12"));
+    EXPECT_EQ(valueOf(c, "1.5 + ' 2.5 '"), vb::Variant(4.0));
+    EXPECT_EQ(valueOf(c, "'AB' + itemcode from aItem where ItemId = 2"), vb::Variant("ABx"));
+
+    auto zero = errorOf([&] { valueOf(c, "sum(ItemId / (ItemId - 2)) from aItem"); });
+    EXPECT_EQ(zero.number(), -2147217833);
+    EXPECT_EQ(zero.description(), "Divide by zero error encountered.");
+    auto text = errorOf([&] { valueOf(c, "2 + itemcode from aItem where ItemId = 2"); });
+    EXPECT_EQ(text.number(), -2147217913);
+    EXPECT_EQ(text.description(),
+              "Conversion failed when converting the varchar value 'x' to data type int.");
+    EXPECT_TRUE(valueOf(c, "itemcode / 0 from aItem where ItemId = 3").isNull());
+}
+
 TEST_F(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
     EXPECT_EQ(first(c, "select ItemId from aItem where itemcode = 'abc'"), "1");
     EXPECT_EQ(first(c, "select ItemId from aItem where upper(itemcode) = 'abc '"), "1");
@@ -78,6 +119,9 @@ TEST_F(SemanticsTest, LikeTakesSqlServersPatterns) {
     EXPECT_EQ(ids("'a!_c' escape '!'"), "6");
     EXPECT_EQ(ids("'a_c'"), "6");
     EXPECT_EQ(ids("'%'"), "1,2,4,5,6"); // null matches nothing
+    EXPECT_EQ(ids("'%LAN'"), "5");
+    // A pattern that changes from row to row is taken apart for each row.
+    EXPECT_EQ(ids("replace(itemcode, '[', '[[]')"), "1,2,4,5,6");
 }
 
 TEST_F(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {

@@ -102,9 +102,12 @@ void Database::runLockStatement(sqlite3_stmt *stmt, std::string_view statement) 
 }
 
 void Database::beforeWrite(std::string_view statement) {
+    // Inside a transaction too: a half-read statement of this connection
+    // would otherwise meet the rows written under it, and a recordset's rows
+    // would no longer agree with the count it gave.
+    releaseReaders();
     if (!autocommit())
         return;
-    releaseReaders();
     if (wanted_)
         runLockStatement(beginImmediate_, statement.empty() ? "BEGIN IMMEDIATE" : statement);
 }

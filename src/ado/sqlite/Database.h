@@ -67,7 +67,7 @@ public:
     /// True from beginTransaction to commit or rollback.
     bool transactionWanted() const { return wanted_; }
     /// Called before a statement that writes: lets go of half-read rows
-    /// (releaseReaders) and starts the wanted transaction, waiting for
+    /// (releaseReaders, inside a transaction too) and starts the wanted transaction, waiting for
     /// another writer up to the time limit. `statement` is the text the
     /// error of a timeout quotes.
     void beforeWrite(std::string_view statement = {});

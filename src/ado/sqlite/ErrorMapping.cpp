@@ -42,6 +42,16 @@ std::string sqlServerWording(std::string_view message, std::int32_t &number) {
         return "Some part of your SQL statement is nested too deeply. Rewrite the query or break "
                "it up into smaller queries.";
     }
+    // Refusals raised inside the functions that stand in for SQL Server's
+    // arithmetic and conversions reach here as the engine's message.
+    if (startsWith(message, "Divide by zero error encountered.")) {
+        number = errnum::DivideByZero;
+        return std::string(message);
+    }
+    if (startsWith(message, "String or binary data would be truncated.")) {
+        number = errnum::Truncation;
+        return std::string(message);
+    }
     for (auto prefix :
          {"Conversion failed", "Error converting", "The conversion of", "Arithmetic overflow"})
         if (startsWith(message, prefix)) {
@@ -63,6 +73,10 @@ vb::Error conversionError(std::string description) {
 
 vb::Error truncationError() {
     return make(errnum::Truncation, "String or binary data would be truncated.");
+}
+
+vb::Error divideByZeroError() {
+    return make(errnum::DivideByZero, "Divide by zero error encountered.");
 }
 
 vb::Error connectionError(std::string description) {

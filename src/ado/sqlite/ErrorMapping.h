@@ -18,6 +18,9 @@ vb::Error conversionError(std::string description);
 /// Text longer than the column it goes into: -2147217833 with SQL Server's
 /// "String or binary data would be truncated.".
 vb::Error truncationError();
+/// A divisor of zero: -2147217833 with SQL Server's "Divide by zero error
+/// encountered.", the provider's number for a value out of range.
+vb::Error divideByZeroError();
 /// A database that cannot be opened or used: -2147467259.
 vb::Error connectionError(std::string description);
 

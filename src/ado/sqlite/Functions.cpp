@@ -2,6 +2,7 @@
 
 #include "ado/sqlite/ColumnType.h"
 #include "ado/sqlite/DateText.h"
+#include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/ExactDecimal.h"
 #include "ado/sqlite/ValueConversion.h"
 #include "vb/Clock.h"
@@ -168,6 +169,71 @@ void svSubstring(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
             return resultText(ctx, "");
         resultText(ctx, vb::Mid(textOf(argv[0]), static_cast<long>(start),
                                 static_cast<long>(end - start)));
+    });
+}
+
+// An operand of / and %: text that spells a number counts as that number,
+// as SQL Server converts text next to a number; other text is refused.
+sqlite3_value *arithmeticOperand(sqlite3_value *v) {
+    if (sqlite3_value_numeric_type(v) == SQLITE_TEXT)
+        throw conversionError("Conversion failed when converting the varchar value '" +
+                              textOf(v) + "' to data type int.");
+    return v;
+}
+
+// a / b and a % b as SQL Server computes them: a divisor of zero refuses the
+// statement (SQLite would give null), an integer quotient is cut toward
+// zero, and null on either side gives null without looking at the other.
+// A third argument says that a side is decimal, whatever the values hold.
+void divideOrModulo(sqlite3_context *ctx, int argc, sqlite3_value **argv, bool modulo) {
+    if (anyNull(2, argv))
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        sqlite3_value *a = arithmeticOperand(argv[0]);
+        sqlite3_value *b = arithmeticOperand(argv[1]);
+        if (argc == 2 && sqlite3_value_type(a) == SQLITE_INTEGER &&
+            sqlite3_value_type(b) == SQLITE_INTEGER) {
+            std::int64_t x = sqlite3_value_int64(a), y = sqlite3_value_int64(b);
+            if (y == 0)
+                throw divideByZeroError();
+            // The lowest value negated does not fit; the machine would trap on it.
+            if (y == -1 && x == std::numeric_limits<std::int64_t>::min()) {
+                if (!modulo)
+                    throw conversionError(
+                        "Arithmetic overflow error converting expression to data type bigint.");
+                return sqlite3_result_int64(ctx, 0);
+            }
+            return sqlite3_result_int64(ctx, modulo ? x % y : x / y);
+        }
+        double x = sqlite3_value_double(a), y = sqlite3_value_double(b);
+        if (y == 0)
+            throw divideByZeroError();
+        sqlite3_result_double(ctx, modulo ? std::fmod(x, y) : x / y);
+    });
+}
+
+void svDivide(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    divideOrModulo(ctx, argc, argv, false);
+}
+
+void svModulo(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
+    divideOrModulo(ctx, argc, argv, true);
+}
+
+// sv_fit(n, x): a value written by an expression into a text column of n
+// characters, held to the column as a written literal is: longer text
+// refuses the statement, blanks past the end go without a word.
+void svFit(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    if (sqlite3_value_type(argv[1]) == SQLITE_NULL)
+        return sqlite3_result_null(ctx);
+    guarded(ctx, [&] {
+        ColumnType type = columnTypeOf("varchar");
+        type.length = static_cast<int>(sqlite3_value_int64(argv[0]));
+        std::string text = textOf(argv[1]);
+        std::string fitted = fittedText(text, type);
+        if (fitted.size() == text.size())
+            return sqlite3_result_value(ctx, argv[1]);
+        resultText(ctx, fitted);
     });
 }
 
@@ -369,17 +435,16 @@ std::vector<LikePiece> likePieces(std::string_view pattern, std::optional<char32
     return pieces;
 }
 
-bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
-    std::vector<char32_t> chars;
-    for (std::size_t i = 0; i < text.size();)
-        chars.push_back(nextFolded(text, i));
-    // The usual walk with one point to go back to: the last % and where it stood.
+// The usual walk with one point to go back to: the last % and where it
+// stood. `at(t)` is the t-th character of the text, folded.
+template <class CharAt>
+bool likeWalk(const std::vector<LikePiece> &pieces, std::size_t size, CharAt at) {
     std::size_t p = 0, t = 0, runAt = pieces.size(), runText = 0;
-    while (t < chars.size()) {
+    while (t < size) {
         if (p < pieces.size() && pieces[p].kind == LikePiece::Run) {
             runAt = p++;
             runText = t;
-        } else if (p < pieces.size() && pieces[p].matches(chars[t])) {
+        } else if (p < pieces.size() && pieces[p].matches(at(t))) {
             ++p;
             ++t;
         } else if (runAt != pieces.size()) {
@@ -394,22 +459,64 @@ bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
     return p == pieces.size();
 }
 
-// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern".
+bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
+    // Text of ASCII alone (most item names) is tested byte by byte, folded
+    // on the way; other text is folded character by character first.
+    if (std::all_of(text.begin(), text.end(),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return likeWalk(pieces, text.size(), [&](std::size_t t) -> char32_t {
+            char c = text[t];
+            return c >= 'A' && c <= 'Z' ? static_cast<char32_t>(c + 0x20)
+                                        : static_cast<char32_t>(c);
+        });
+    thread_local std::vector<char32_t> chars; // one buffer for every row a statement tests
+    chars.clear();
+    for (std::size_t i = 0; i < text.size();)
+        chars.push_back(nextFolded(text, i));
+    return likeWalk(pieces, chars.size(), [&](std::size_t t) { return chars[t]; });
+}
+
+std::string_view textView(sqlite3_value *v) {
+    const auto *p = sqlite3_value_text(v);
+    return p ? std::string_view(reinterpret_cast<const char *>(p),
+                                static_cast<std::size_t>(sqlite3_value_bytes(v)))
+             : std::string_view();
+}
+
+// like(pattern, text [, escape]): SQLite's form of "text LIKE pattern". A
+// pattern that stays the same from row to row (a literal) is taken apart
+// once for the statement: a search over every item of a godown tests it on
+// each of them.
 void svLike(sqlite3_context *ctx, int argc, sqlite3_value **argv) {
     if (anyNull(argc, argv))
         return sqlite3_result_null(ctx);
     guarded(ctx, [&] {
-        std::optional<char32_t> escape;
-        if (argc == 3) {
-            std::string e = textOf(argv[2]);
-            std::size_t i = 0;
-            if (e.empty())
-                throw vb::Error(0, "",
-                                "The invalid escape character \"\" was specified in a "
-                                "LIKE predicate.");
-            escape = nextFolded(e, i);
+        auto *kept = static_cast<std::vector<LikePiece> *>(sqlite3_get_auxdata(ctx, 0));
+        if (!kept) {
+            std::optional<char32_t> escape;
+            if (argc == 3) {
+                std::string e = textOf(argv[2]);
+                std::size_t i = 0;
+                if (e.empty())
+                    throw vb::Error(0, "",
+                                    "The invalid escape character \"\" was specified in a "
+                                    "LIKE predicate.");
+                escape = nextFolded(e, i);
+            }
+            auto pieces = std::make_unique<std::vector<LikePiece>>(
+                likePieces(textOf(argv[0]), escape));
+            sqlite3_set_auxdata(ctx, 0, pieces.release(), [](void *p) {
+                delete static_cast<std::vector<LikePiece> *>(p);
+            });
+            // SQLite may drop it at once (a pattern that changes): then ask again.
+            kept = static_cast<std::vector<LikePiece> *>(sqlite3_get_auxdata(ctx, 0));
+            if (!kept) {
+                sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape),
+                                                    textView(argv[1])));
+                return;
+            }
         }
-        sqlite3_result_int(ctx, likeMatches(likePieces(textOf(argv[0]), escape), textOf(argv[1])));
+        sqlite3_result_int(ctx, likeMatches(*kept, textView(argv[1])));
     });
 }
 
@@ -494,6 +601,13 @@ void registerFunctions(sqlite3 *db) {
     sqlite3_create_function(db, "sv_getdate", 0, SQLITE_UTF8, nullptr, &svGetdate, nullptr,
                             nullptr);
     sqlite3_create_function(db, "sv_convert", 2, pure, nullptr, &svConvert, nullptr, nullptr);
+    sqlite3_create_function(db, "sv_fit", 2, pure, nullptr, &svFit, nullptr, nullptr);
+    for (int arguments : {2, 3}) {
+        sqlite3_create_function(db, "sv_divide", arguments, pure, nullptr, &svDivide, nullptr,
+                                nullptr);
+        sqlite3_create_function(db, "sv_modulo", arguments, pure, nullptr, &svModulo, nullptr,
+                                nullptr);
+    }
     // SQL Server's LIKE in place of SQLite's: bracket sets, and letter case
     // ignored beyond ASCII as the comparison of text ignores it.
     sqlite3_create_function(db, "like", 2, pure, nullptr, &svLike, nullptr, nullptr);

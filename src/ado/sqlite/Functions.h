@@ -18,6 +18,10 @@ namespace ado::sqlite {
 /// - sv_convert(type, x): convert(type, x) for type names as SQL Server
 ///   writes them ("int", "varchar(24)", "numeric(18,3)", "datetime"), with
 ///   SQL Server's errors for values that do not convert.
+/// - sv_divide(a, b), sv_modulo(a, b): a / b and a % b with SQL Server's
+///   divide by zero error, integer quotients cut toward zero.
+/// - sv_fit(n, x): x written into a text column of n characters: longer
+///   text raises SQL Server's truncation error, blanks past n are dropped.
 /// - sv_sum(x), sv_avg(x): sum and avg with exact decimal arithmetic
 ///   (ExactDecimal.h), so that quantities that net to zero sum to 0.
 void registerFunctions(sqlite3 *db);

@@ -3,6 +3,8 @@
 #include "ado/sqlite/Catalog.h"
 #include "ado/sqlite/Database.h"
 
+#include <cctype>
+
 namespace ado::sqlite {
 
 SqliteCursor::SqliteCursor(NativeStatement statement, const Translation &translation,
@@ -26,12 +28,13 @@ SqliteCursor::~SqliteCursor() {
 }
 
 bool SqliteCursor::next(Row &row) {
+    if (!buffered_.empty()) {
+        row = std::move(buffered_.front());
+        buffered_.pop_front();
+        ++delivered_;
+        return true;
+    }
     if (detached_) {
-        if (!detachedRows_.empty()) {
-            row = std::move(detachedRows_.front());
-            detachedRows_.pop_front();
-            return true;
-        }
         if (detachedError_) {
             vb::Error error = std::move(*detachedError_);
             detachedError_.reset();
@@ -40,14 +43,41 @@ bool SqliteCursor::next(Row &row) {
         return false;
     }
     Database::TimeLimit limit(statement_.database(), timeoutSeconds_);
-    return readRow(row);
+    if (!readRow(row))
+        return false;
+    ++delivered_;
+    return true;
 }
 
 void SqliteCursor::restart() {
-    detached_ = false;
-    detachedRows_.clear();
+    detached_ = finished_ = false;
+    delivered_ = 0;
+    buffered_.clear();
     detachedError_.reset();
     statement_.reset();
+}
+
+std::optional<long> SqliteCursor::remaining() {
+    if (detached_ || finished_)
+        return detachedError_ ? std::nullopt
+                              : std::optional<long>(static_cast<long>(buffered_.size()));
+    Database::TimeLimit limit(statement_.database(), timeoutSeconds_);
+    // The count must read what the rows are read from: a statement not yet
+    // started takes its first row now, which opens the read the count joins.
+    if (!statement_.busy()) {
+        Row row;
+        if (!readRow(row))
+            return 0;
+        buffered_.push_back(std::move(row));
+    }
+    std::string inner = statement_.sql();
+    while (!inner.empty() && (std::isspace(static_cast<unsigned char>(inner.back())) ||
+                              inner.back() == ';'))
+        inner.pop_back();
+    // The line break ends a comment the statement may close with.
+    NativeStatement count(statement_.database(), "SELECT count(*) FROM (" + inner + "\n)");
+    count.step();
+    return static_cast<long>(count.integer(0)) - delivered_;
 }
 
 // Runs inside the time limit of the statement that asked.
@@ -58,7 +88,7 @@ void SqliteCursor::detach() {
     Row row;
     try {
         while (readRow(row))
-            detachedRows_.push_back(std::move(row));
+            buffered_.push_back(std::move(row));
     } catch (const vb::Error &e) {
         // The rows before it still count; the reader meets the error where it stood.
         detachedError_ = e;
@@ -67,8 +97,12 @@ void SqliteCursor::detach() {
 }
 
 bool SqliteCursor::readRow(Row &row) {
-    if (!statement_.step())
+    if (finished_)
         return false;
+    if (!statement_.step()) {
+        finished_ = true;
+        return false;
+    }
     row.values.resize(fields_.size());
     for (std::size_t i = 0; i < fields_.size(); ++i)
         row.values[i] = readBack(statement_.stored(static_cast<int>(i)), kinds_[i]);

@@ -18,7 +18,9 @@ namespace ado::sqlite {
 /// declared types of their columns, the rowid split off when the translator
 /// added it. Fields of the base table know their column, for writing.
 /// Asked to detach (Database::Reader) while half read, it reads the rest of
-/// its rows into memory and serves them from there.
+/// its rows into memory and serves them from there. It counts the rows it
+/// has yet to give with a count of the same statement inside the same read,
+/// started first if need be, so that the count and the rows agree.
 class SqliteCursor : public Cursor, private Database::Reader {
 public:
     SqliteCursor(NativeStatement statement, const Translation &translation, int timeoutSeconds);
@@ -31,15 +33,18 @@ public:
     bool rowsIdentified() const override { return rowid_; }
     bool next(Row &row) override;
     void restart() override;
+    std::optional<long> remaining() override;
 
 private:
     void detach() override;
     bool readRow(Row &row);
 
     NativeStatement statement_;
-    std::deque<Row> detachedRows_;
+    std::deque<Row> buffered_; // read ahead: to start the read, or when detached
     std::optional<vb::Error> detachedError_; // met while reading the rest, raised in its place
     bool detached_ = false;
+    bool finished_ = false; // the statement has given its last row
+    long delivered_ = 0;    // rows given by `next` since the start
     std::vector<FieldInfo> fields_;
     std::vector<ColumnKind> kinds_;
     std::string baseTable_;

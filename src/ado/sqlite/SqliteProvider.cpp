@@ -243,7 +243,7 @@ long SqliteProvider::runProcedure(std::string_view name, const std::vector<vb::V
                                   StatementLog &log) {
     Database::TimeLimit limit(*db_, timeout_);
     db_->awaitCommitted(name);
-    runProcedureBody(*db_, name, arguments, log);
+    runProcedureBody(*db_, catalog(), name, arguments, log);
     return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/NativeStatement.h"
+#include "ado/sqlite/Translator.h"
 #include "ado/sqlite/ValueConversion.h"
 
 #include <sqlite3.h>
@@ -127,9 +128,10 @@ std::vector<ParameterInfo> describeProcedure(Database &db, std::string_view name
     return out;
 }
 
-long runProcedureBody(Database &db, std::string_view name,
+long runProcedureBody(Database &db, const Catalog &catalog, std::string_view name,
                       const std::vector<vb::Variant> &arguments, StatementLog &log) {
     Definition d = lookup(db, name);
+    d.body = guardNative(d.body, catalog);
     log.translated = d.body;
     auto values = argumentValues(d, arguments);
     auto before = db.totalChanges();

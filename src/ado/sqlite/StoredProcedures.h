@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ado/Provider.h"
+#include "ado/sqlite/Catalog.h"
 #include "vb/Variant.h"
 
 #include <string_view>
@@ -30,7 +31,7 @@ std::vector<ParameterInfo> describeProcedure(Database &db, std::string_view name
 /// that it runs within the caller's transaction and a failing body leaves
 /// none of its changes behind; the failure is raised. Returns the rows the
 /// body changed.
-long runProcedureBody(Database &db, std::string_view name,
+long runProcedureBody(Database &db, const Catalog &catalog, std::string_view name,
                       const std::vector<vb::Variant> &arguments, StatementLog &log);
 
 } // namespace ado::sqlite

@@ -66,7 +66,8 @@ bool isName(const Node &n) {
 // A node after which a value has ended, so that a name or string literal
 // standing next is an alias.
 bool endsOperand(const Node &n) {
-    if (n.group || n.is(Kind::Quoted) || n.is(Kind::Number) || n.is(Kind::String))
+    if (n.group || n.is(Kind::Quoted) || n.is(Kind::Number) || n.is(Kind::String) ||
+        n.is(Kind::Variable))
         return true;
     return n.is(Kind::Word) && (!isReserved(n) || n.isWord("end") || n.isWord("null"));
 }
@@ -114,14 +115,24 @@ const Node *single(Nodes part) {
 
 struct Edits {
     std::set<std::size_t> skip;
+    std::map<std::size_t, std::string> before;
     std::map<std::size_t, std::string> replace;
+    std::map<std::size_t, std::string> close; // right after the node, before `after`
     std::map<std::size_t, std::string> after;
 };
 
+bool isSign(const Node &n) {
+    return n.isSymbol("-") || n.isSymbol("+") || n.isSymbol("~");
+}
+
+bool isMultiplicative(const Node &n) {
+    return n.isSymbol("*") || n.isSymbol("/") || n.isSymbol("%");
+}
+
 class Rewriter {
 public:
-    Rewriter(const Catalog &catalog, TranslateOptions options)
-        : catalog_(catalog), options_(options) {}
+    Rewriter(const Catalog &catalog, TranslateOptions options, bool native = false)
+        : catalog_(catalog), options_(options), native_(native) {}
 
     Translation run(std::string_view text);
 
@@ -144,12 +155,23 @@ private:
     void planCalls(Level &level);
     void planHints(Level &level);
     void planConcatenation(Level &level);
+    void planDivisions(Level &level);
+    std::size_t primaryStart(const Level &level, std::size_t k) const;
+    std::size_t primaryEnd(const Level &level, std::size_t k) const;
+    std::size_t operandStart(const Level &level, std::size_t k) const;
+    bool holdsDecimal(const Node &n) const;
+    ColumnType numberOperand(const Level &level, std::size_t k, bool before) const;
+    void convertText(Level &level, std::size_t first, std::size_t last, const ColumnType &type);
     void planDateComparisons(Level &level);
     void planStrings(Level &level);
 
     void refuseSqliteOnly(const Level &level);
     void planDeleteInsert(Level &level);
     void planInsertValues(Level &level);
+    void planInsertSelect(Level &level);
+    bool insertTarget(const Level &level, std::size_t &k, std::string &table,
+                      std::vector<std::string> &columns) const;
+    static bool needsFit(const Node *literal, const ColumnType &type);
     void planUpdateSet(Level &level);
     void planWrittenLiteral(const Node *value, const ColumnType &type);
     std::string exactWrite(const std::string &value, const ColumnType &type);
@@ -171,6 +193,8 @@ private:
 
     const Catalog &catalog_;
     TranslateOptions options_;
+    // Native SQLite text: only divisions and the text written into columns change.
+    bool native_;
     std::set<const Node *> dateStrings_;
 };
 
@@ -198,10 +222,18 @@ std::string Rewriter::statement(Nodes nodes, Translation &result) {
     if (level.sig.empty())
         return sequence(nodes);
     ++result.statements;
+    if (native_) {
+        planInsertValues(level);
+        planInsertSelect(level);
+        planUpdateSet(level);
+        planLevel(level);
+        return emit(level);
+    }
     refuseSqliteOnly(level);
     checkGrouping(nodes, catalog_);
     planDeleteInsert(level);
     planInsertValues(level);
+    planInsertSelect(level);
     planUpdateSet(level);
     planSelectList(level, result);
     planLevel(level);
@@ -215,6 +247,9 @@ std::string Rewriter::sequence(Nodes nodes) {
 }
 
 void Rewriter::planLevel(Level &level) {
+    planDivisions(level);
+    if (native_)
+        return;
     planTop(level);
     planCalls(level);
     planHints(level);
@@ -230,6 +265,8 @@ std::string Rewriter::emit(Level &level) {
         const Node &n = level.nodes[i];
         if (e.skip.count(i))
             continue;
+        if (auto b = e.before.find(i); b != e.before.end())
+            out += b->second;
         if (auto r = e.replace.find(i); r != e.replace.end())
             out += r->second;
         else if (n.group)
@@ -245,6 +282,8 @@ std::string Rewriter::emit(Level &level) {
         // SQL Server reads "1005AND" as a number and a word; SQLite wants the blank.
         if (n.is(Kind::Number) && i + 1 < level.nodes.size() && level.nodes[i + 1].is(Kind::Word))
             out += ' ';
+        if (auto c = e.close.find(i); c != e.close.end())
+            out += c->second;
         if (auto a = e.after.find(i); a != e.after.end())
             out += a->second;
     }
@@ -325,13 +364,201 @@ void Rewriter::planHints(Level &level) {
     }
 }
 
-// + between strings joins them: where one side is a string literal, a text
-// column or a function that gives text.
+// + decides by the types of its sides, as SQL Server's type precedence does:
+// text and text join; text next to a number converts to the number's type,
+// so that 1 + '2' is 3 and 1 + 'x' refuses the statement (a literal before
+// anything runs, a column's value when it is read). Where the other side's
+// type is not known (an expression), text on one side still joins.
 void Rewriter::planConcatenation(Level &level) {
-    for (std::size_t k = 1; k + 1 < level.sig.size(); ++k)
-        if (level.at(k).isSymbol("+") &&
-            (isTextOperandBefore(level, k) || isTextOperandAfter(level, k)))
+    for (std::size_t k = 1; k + 1 < level.sig.size(); ++k) {
+        if (!level.at(k).isSymbol("+") || !endsOperand(level.at(k - 1)))
+            continue; // a sign, not an addition
+        bool textBefore = isTextOperandBefore(level, k);
+        bool textAfter = isTextOperandAfter(level, k);
+        if (textBefore && !textAfter) {
+            ColumnType number = numberOperand(level, k, false);
+            if (number.numeric()) {
+                convertText(level, primaryStart(level, k - 1), k - 1, number);
+                continue;
+            }
+        }
+        if (textAfter && !textBefore) {
+            ColumnType number = numberOperand(level, k, true);
+            if (number.numeric()) {
+                convertText(level, k + 1, primaryEnd(level, k + 1), number);
+                continue;
+            }
+        }
+        if (textBefore || textAfter)
             level.edits.replace[level.sig[k]] = "||";
+    }
+}
+
+// The type of the number standing on one side of the operator at k: a
+// number literal, a number column or a function that counts; a type of kind
+// Unknown for anything else.
+ColumnType Rewriter::numberOperand(const Level &level, std::size_t k, bool before) const {
+    std::size_t j = before ? primaryStart(level, k - 1) : k + 1;
+    while (level.has(j + 1) && isSign(level.at(j)))
+        ++j;
+    const Node &n = level.at(j);
+    if (n.is(Kind::Number)) {
+        std::string_view text = n.token.text;
+        if (text.find_first_of("eE") != std::string_view::npos)
+            return columnTypeOf("float");
+        auto point = text.find('.');
+        if (point != std::string_view::npos)
+            return columnTypeOf("numeric(38," + std::to_string(text.size() - point - 1) + ")");
+        return columnTypeOf(text.size() > 9 ? "numeric(38,0)" : "int");
+    }
+    if (n.is(Kind::Word) && level.has(j + 1) && level.at(j + 1).group) {
+        static const std::set<std::string> counting = {"len", "count", "charindex", "datalength",
+                                                       "isnumeric", "datediff"};
+        return columnTypeOf(counting.count(lowerCase(n.token.text)) ? "int" : "");
+    }
+    if (!isName(n))
+        return {};
+    std::size_t end = nameChainEnd(level, j);
+    if (level.has(end + 1) && level.at(end + 1).group)
+        return {};
+    switch (catalog_.kindOfColumn(level.at(end).token.name())) {
+    case ColumnKind::Integer:
+        return columnTypeOf("int");
+    case ColumnKind::Decimal:
+        return columnTypeOf("numeric(38,10)");
+    case ColumnKind::Float:
+        return columnTypeOf("float");
+    case ColumnKind::Money:
+        return columnTypeOf("money");
+    default:
+        return {};
+    }
+}
+
+// Text at positions first to last converts to a number type: a literal is
+// checked now, so that text that is no number refuses the statement before
+// anything of it runs.
+void Rewriter::convertText(Level &level, std::size_t first, std::size_t last,
+                           const ColumnType &type) {
+    if (first == last && level.at(first).is(Kind::String))
+        toStored(vb::Variant(level.at(first).token.stringValue()), type);
+    std::string name = type.precision > 0 && type.kind == ColumnKind::Decimal
+                           ? "numeric(" + std::to_string(type.precision) + "," +
+                                 std::to_string(type.scale) + ")"
+                           : type.name;
+    level.edits.before[level.sig[first]] += "sv_convert('" + name + "', ";
+    level.edits.close[level.sig[last]] += ")";
+}
+
+// / and % as SQL Server computes them (sv_divide, sv_modulo): a divisor of
+// zero refuses the statement where SQLite would give null. The left side is
+// everything since the last operator of lower precedence (a * b / c divides
+// a * b); the right side is one operand. A later operator of a chain wraps
+// the earlier ones: a / b % c is sv_modulo(sv_divide(a, b), c).
+void Rewriter::planDivisions(Level &level) {
+    for (std::size_t k = 1; k + 1 < level.sig.size(); ++k) {
+        const Node &op = level.at(k);
+        if (!op.isSymbol("/") && !op.isSymbol("%"))
+            continue;
+        std::size_t first = operandStart(level, k - 1);
+        std::size_t last = primaryEnd(level, k + 1);
+        auto &before = level.edits.before[level.sig[first]];
+        before = (op.isSymbol("/") ? "sv_divide(" : "sv_modulo(") + before;
+        level.edits.replace[level.sig[k]] = ",";
+        // A decimal column holds 10.000 as the integer 10: its quotient must
+        // not be cut as an integer's.
+        bool decimal = false;
+        for (std::size_t j = first; j <= last && !decimal; ++j)
+            decimal = holdsDecimal(level.at(j));
+        level.edits.close[level.sig[last]] += decimal ? ", 1)" : ")";
+    }
+}
+
+// Whether a node is, or holds, a number with places: a literal with a point
+// or an exponent, a numeric, float or money column, or a conversion to one.
+bool Rewriter::holdsDecimal(const Node &n) const {
+    static const std::set<std::string> types = {"numeric", "decimal",    "float", "real",
+                                                "money",   "smallmoney", "double"};
+    if (n.group) {
+        for (const auto &child : n.children)
+            if (holdsDecimal(child))
+                return true;
+        return false;
+    }
+    if (n.is(Kind::Number))
+        return n.token.text.find_first_of(".eE") != std::string_view::npos;
+    if (n.is(Kind::Word) && types.count(lowerCase(n.token.text)))
+        return true;
+    if (!isName(n))
+        return false;
+    ColumnKind kind = catalog_.kindOfColumn(n.token.name());
+    return kind == ColumnKind::Decimal || kind == ColumnKind::Float || kind == ColumnKind::Money;
+}
+
+// The first position of the operand of * / % whose last node stands at j,
+// with its sign and the operands multiplied or divided before it.
+std::size_t Rewriter::operandStart(const Level &level, std::size_t j) const {
+    for (;;) {
+        j = primaryStart(level, j);
+        while (j > 0 && isSign(level.at(j - 1)) && (j == 1 || !endsOperand(level.at(j - 2))))
+            --j;
+        if (j >= 2 && isMultiplicative(level.at(j - 1))) {
+            j -= 2;
+            continue;
+        }
+        return j;
+    }
+}
+
+// The first position of the single operand that ends at j: a literal, a
+// dotted name, a parenthesised group, a function call or case ... end.
+std::size_t Rewriter::primaryStart(const Level &level, std::size_t j) const {
+    const Node &n = level.at(j);
+    if (n.isWord("end")) {
+        int depth = 0;
+        for (std::size_t i = j + 1; i-- > 0;) {
+            if (level.at(i).isWord("end"))
+                ++depth;
+            else if (level.at(i).isWord("case") && --depth == 0)
+                return i;
+        }
+        return j;
+    }
+    if (n.group) {
+        if (j == 0 || !level.at(j - 1).is(Kind::Word))
+            return j;
+        const Node &name = level.at(j - 1);
+        if (isReserved(name) && !name.isWord("left") && !name.isWord("right"))
+            return j;
+        --j;
+    }
+    while (j >= 2 && level.at(j - 1).isSymbol(".") && isName(level.at(j - 2)))
+        j -= 2;
+    return j;
+}
+
+// The last position of the single operand that starts at j, with its signs.
+std::size_t Rewriter::primaryEnd(const Level &level, std::size_t j) const {
+    while (level.has(j + 1) && isSign(level.at(j)))
+        ++j;
+    const Node &n = level.at(j);
+    if (n.isWord("case")) {
+        int depth = 0;
+        for (std::size_t i = j; level.has(i); ++i) {
+            if (level.at(i).isWord("case"))
+                ++depth;
+            else if (level.at(i).isWord("end") && --depth == 0)
+                return i;
+        }
+        return level.sig.size() - 1;
+    }
+    if (n.is(Kind::Word) || n.is(Kind::Quoted)) {
+        std::size_t end = nameChainEnd(level, j);
+        if (level.has(end + 1) && level.at(end + 1).group)
+            return end + 1;
+        return end;
+    }
+    return j;
 }
 
 // A string literal compared with a date column is a date: it takes the form
@@ -435,17 +662,17 @@ void Rewriter::planDeleteInsert(Level &level) {
         level.edits.after[level.sig[0]] += " into";
 }
 
-// insert into T (c1, c2) values ('...', ...): date text going into a date
-// column takes the stored form.
-void Rewriter::planInsertValues(Level &level) {
+// insert [into] T [(c1, c2)]: the table, its columns as written or all in
+// order, and k at the node after them; false when the statement is no insert.
+bool Rewriter::insertTarget(const Level &level, std::size_t &k, std::string &table,
+                            std::vector<std::string> &columns) const {
     if (!level.at(0).isWord("insert"))
-        return;
-    std::size_t k = level.has(1) && level.at(1).isWord("into") ? 2 : 1;
+        return false;
+    k = level.has(1) && level.at(1).isWord("into") ? 2 : 1;
     if (!level.has(k) || !isName(level.at(k)))
-        return;
+        return false;
     std::size_t end = nameChainEnd(level, k);
-    std::string table(level.at(end).token.name());
-    std::vector<std::string> columns;
+    table = std::string(level.at(end).token.name());
     k = end + 1;
     if (level.has(k) && level.at(k).group) {
         for (const auto &child : level.at(k).children)
@@ -456,27 +683,92 @@ void Rewriter::planInsertValues(Level &level) {
         for (const auto &c : catalog_.columns(table))
             columns.push_back(c.name);
     }
+    return true;
+}
+
+// Whether a value written into a text column must be held to its length
+// when it is written: every expression, and a literal too long for it.
+bool Rewriter::needsFit(const Node *literal, const ColumnType &type) {
+    if (type.kind != ColumnKind::Text || type.length <= 0)
+        return false;
+    if (!literal || !literal->is(Kind::String))
+        return true;
+    std::string text = literal->token.stringValue();
+    return fittedText(text, type).size() != text.size();
+}
+
+// insert into T (c1, c2) values ('...', ...): date text going into a date
+// column takes the stored form; numbers keep the column's scale; text is
+// held to the column's length.
+void Rewriter::planInsertValues(Level &level) {
+    std::size_t k = 0;
+    std::string table;
+    std::vector<std::string> columns;
+    if (!insertTarget(level, k, table, columns))
+        return;
     if (!level.has(k) || !level.at(k).isWord("values"))
         return;
     for (++k; level.has(k); ++k) {
         if (!level.at(k).group)
             continue;
         auto parts = splitArguments(level.at(k).children);
-        bool exact = false;
+        bool rewrite = false;
         for (std::size_t i = 0; i < parts.size() && i < columns.size(); ++i) {
             ColumnType type = catalog_.columnType(table, columns[i]);
-            planWrittenLiteral(single(parts[i]), type);
-            exact = exact || type.precision > 0;
+            if (!native_)
+                planWrittenLiteral(single(parts[i]), type);
+            rewrite = rewrite || (type.precision > 0 && !native_) ||
+                      needsFit(single(parts[i]), type);
         }
-        if (!exact)
+        if (!rewrite)
             continue;
         std::string values = "(";
         for (std::size_t i = 0; i < parts.size(); ++i) {
             ColumnType type =
                 i < columns.size() ? catalog_.columnType(table, columns[i]) : ColumnType{};
-            values += (i ? "," : "") + exactWrite(sequence(parts[i]), type);
+            std::string value = sequence(parts[i]);
+            if (needsFit(single(parts[i]), type))
+                value = "sv_fit(" + std::to_string(type.length) + ", " + trimmed(value) + ")";
+            else if (!native_)
+                value = exactWrite(value, type);
+            values += (i ? "," : "") + value;
         }
         level.edits.replace[level.sig[k]] = values + ")";
+    }
+}
+
+// insert into T (c1, c2) select a, b from ...: what the select gives a text
+// column is held to the column's length.
+void Rewriter::planInsertSelect(Level &level) {
+    std::size_t k = 0;
+    std::string table;
+    std::vector<std::string> columns;
+    if (!insertTarget(level, k, table, columns) || !level.has(k) || !level.at(k).isWord("select"))
+        return;
+    ++k;
+    if (level.has(k) && (level.at(k).isWord("distinct") || level.at(k).isWord("all")))
+        ++k;
+    if (level.has(k + 1) && level.at(k).isWord("top"))
+        k += 2;
+    for (std::size_t column = 0; level.has(k) && column < columns.size(); ++column) {
+        std::size_t b = k;
+        while (level.has(b) && !level.at(b).isSymbol(",") &&
+               !(level.at(b).is(Kind::Word) && selectListEnds.count(lowerCase(level.at(b).token.text))))
+            ++b;
+        if (b == k)
+            return;
+        std::size_t last = b - 1;
+        for (std::size_t a = k; a < b; ++a)
+            if (level.at(a).isWord("as") && a > k)
+                last = a - 1;
+        ColumnType type = catalog_.columnType(table, columns[column]);
+        if (needsFit(k == last ? &level.at(k) : nullptr, type)) {
+            level.edits.before[level.sig[k]] += "sv_fit(" + std::to_string(type.length) + ", ";
+            level.edits.close[level.sig[last]] += ")";
+        }
+        if (!level.has(b) || !level.at(b).isSymbol(","))
+            return;
+        k = b + 1;
     }
 }
 
@@ -509,13 +801,19 @@ void Rewriter::planUpdateSet(Level &level) {
         if (!level.at(k).isSymbol("=") || k == 0 || !isName(level.at(k - 1)) || !level.has(k + 1))
             continue;
         ColumnType type = catalog_.columnType(table, level.at(k - 1).token.name());
-        if (endsValue(k + 2))
+        if (endsValue(k + 2) && !native_)
             planWrittenLiteral(&level.at(k + 1), type);
-        if (type.precision == 0)
-            continue;
         std::size_t last = k + 1;
         while (!endsValue(last + 1))
             ++last;
+        if (needsFit(last == k + 1 ? &level.at(k + 1) : nullptr, type)) {
+            level.edits.before[level.sig[k + 1]] += "sv_fit(" + std::to_string(type.length) + ", ";
+            level.edits.close[level.sig[last]] += ")";
+            k = last;
+            continue;
+        }
+        if (type.precision == 0 || native_)
+            continue;
         std::string name = type.kind == ColumnKind::Money
                                ? type.name
                                : "numeric(" + std::to_string(type.precision) + "," +
@@ -771,6 +1069,10 @@ std::size_t Rewriter::nameChainEnd(const Level &level, std::size_t k) const {
 
 Translation translate(std::string_view text, const Catalog &catalog, TranslateOptions options) {
     return Rewriter(catalog, options).run(text);
+}
+
+std::string guardNative(std::string_view nativeText, const Catalog &catalog) {
+    return Rewriter(catalog, {}, true).run(nativeText).sql;
 }
 
 } // namespace ado::sqlite

@@ -33,4 +33,11 @@ struct Translation {
 /// conversion error. docs/sql-dialect.md lists every rule.
 Translation translate(std::string_view text, const Catalog &catalog, TranslateOptions options = {});
 
+/// Native SQLite text (a stored procedure's body) with what SQL Server would
+/// refuse refused as it refuses it: a / b and a % b with a divisor of zero
+/// ("Divide by zero error encountered." where SQLite gives null), and text
+/// that an insert or update writes into a varchar column too short for it
+/// ("String or binary data would be truncated."). Nothing else changes.
+std::string guardNative(std::string_view nativeText, const Catalog &catalog);
+
 } // namespace ado::sqlite
