@@ -7,6 +7,7 @@
 #include "hosts/tui/SessionConfig.h"
 #include "hosts/tui/SessionEnded.h"
 #include "hosts/tui/TuiHost.h"
+#include "hosts/tui/UnknownTerminal.h"
 #include "module/frame/Module.h"
 #include "module/frame/clsStockVerification.h"
 #include "services/Context.h"
@@ -14,6 +15,7 @@
 #include "vb/Clock.h"
 #include "vb/Error.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -55,6 +57,8 @@ const char *usage =
     "  --short-date PATTERN how dates show as text (default: dd/mm/yyyy)\n"
     "  --printer PORT=PATH  the file or device a printer port (LPT1, ...) writes to\n"
     "  --key-strip on|off   the keys of the form in front on the bottom line (default: on)\n"
+    "  --escape-delay MS    how long a lone Escape waits for the rest of a key's\n"
+    "                       sequence (default: $ESCDELAY, else 25)\n"
     "  --config NAME|FILE   read the group NAME's config files, or FILE\n"
     "\n"
     "Keys (the bottom line shows those the form in front takes):\n"
@@ -67,12 +71,17 @@ const char *usage =
     "  Ctrl+D               the focus to the form's list\n"
     "  Ctrl+Enter           on the register a new entry, on an entry's list a new\n"
     "                       line (the item screen); Shift+F10 or the Menu key opens\n"
-    "                       the list's Add, Edit, Delete menu\n"
+    "                       the list's Add, Edit, Delete menu. Ctrl+J does the same\n"
+    "                       on every terminal; where the terminal cannot send\n"
+    "                       Ctrl+Enter (Linux console, VT220, screen) the bottom\n"
+    "                       line shows Ctrl+J\n"
     "  F3                   the item fetch dialog on the item screen, where offered\n"
     "  Left, Right          the columns of a list wider than the screen\n"
     "  F4, Alt+Down         opens a combo box's list\n"
     "  Escape               the form's Cancel button, where it has one\n"
     "  Ctrl+C               leaves at once; what is not saved is lost\n"
+    "\n"
+    "Keys are read with the terminal's terminfo entry (TERM); see docs/terminal.md.\n"
     "\n"
     "Exit codes:\n"
     "  0                    the register was closed\n"
@@ -83,6 +92,8 @@ const char *usage =
     "                       cannot use\n"
     "  4                    no clerk: the login maps to no user or to several, or\n"
     "                       --user is not allowed for it\n"
+    "  5                    the terminal type (TERM) is unknown to this machine\n"
+    "                       or cannot place the cursor\n"
     "  130                  Ctrl+C\n"
     "  128+N                ended by signal N (SIGTERM, SIGHUP)\n";
 
@@ -131,6 +142,7 @@ void runSession(const tui::SessionConfig &config) {
     tui::HostSettings settings;
     settings.printers = config.printers;
     settings.keyStrip = config.keyStrip;
+    settings.escapeDelay = config.escapeDelay;
     settings.reportPrinter = config.reportPrinter;
     settings.reportFolder = config.reportFolder;
     tui::TuiHost host(terminal, settings);
@@ -156,7 +168,11 @@ void runSession(const tui::SessionConfig &config) {
 int run(std::span<const std::string> args) {
     tui::SessionConfig config;
     try {
-        config = tui::parseRunOptions(args, tui::configFoldersFromEnvironment());
+        // An empty ESCDELAY is unset, as ncurses takes it.
+        const char *escDelay = std::getenv("ESCDELAY");
+        config = tui::parseRunOptions(
+            args, tui::configFoldersFromEnvironment(),
+            escDelay && *escDelay ? std::optional<std::string_view>(escDelay) : std::nullopt);
     } catch (const tui::ConfigFileError &e) {
         std::cerr << "stockverify run: " << e.description() << "\n";
         return tui::exitcode::Configuration;
@@ -167,6 +183,9 @@ int run(std::span<const std::string> args) {
     // Each failure is reported after runSession has given the terminal back.
     try {
         runSession(config);
+    } catch (const tui::UnknownTerminal &e) {
+        std::cerr << "stockverify run: " << e.what() << "\n";
+        return tui::UnknownTerminal::exitCode;
     } catch (const tui::SessionEnded &e) {
         std::cerr << "stockverify run: " << e.what() << "\n";
         return e.exitCode();

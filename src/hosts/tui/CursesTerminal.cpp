@@ -2,6 +2,7 @@
 
 #include "hosts/tui/Canvas.h"
 #include "hosts/tui/SessionEnded.h"
+#include "hosts/tui/UnknownTerminal.h"
 
 #include "vb/Error.h"
 
@@ -18,6 +19,7 @@
 
 #define NCURSES_WIDECHAR 1
 #include <ncursesw/curses.h>
+#include <ncursesw/term.h> // tputs; after the rest, as it defines a macro per capability
 
 namespace tui {
 
@@ -98,6 +100,63 @@ attr_t cursesAttrs(const Style &s) {
     return a;
 }
 
+/// xterm's request to report keys such as Ctrl+Enter with their modifiers,
+/// and its reset; terminfo has no capability for either.
+constexpr const char *modifyOtherKeysOn = "\033[>4;1m";
+constexpr const char *modifyOtherKeysOff = "\033[>4m";
+
+/// Sends a terminfo string to the terminal at once, with its padding done,
+/// beside ncurses' own output buffer (which is empty between frames).
+std::string tputsBuffer;
+extern "C" int appendToTputsBuffer(int c) {
+    tputsBuffer.push_back(static_cast<char>(c));
+    return c;
+}
+void sendNow(const std::string &capability) {
+    if (capability.empty()) {
+        return;
+    }
+    tputsBuffer.clear();
+    tputs(capability.c_str(), 1, appendToTputsBuffer);
+    std::size_t done = 0;
+    while (done < tputsBuffer.size()) {
+        ssize_t n = ::write(STDOUT_FILENO, tputsBuffer.data() + done, tputsBuffer.size() - done);
+        if (n < 0 && errno == EINTR) {
+            continue;
+        }
+        if (n <= 0) {
+            return; // a terminal that takes no output has no keypad to set either
+        }
+        done += static_cast<std::size_t>(n);
+    }
+}
+
+/// The entry of the terminal type in TERM, or why there is none to use.
+TerminfoEntry terminalEntry() {
+    const char *term = std::getenv("TERM");
+    const std::string remedy =
+        ": set TERM to a type this machine knows ('toe -a' lists them; xterm-256color, "
+        "screen-256color, linux and vt220 are always there), or install the package "
+        "ncurses-term, which describes many more terminals";
+    if (term == nullptr || *term == '\0') {
+        throw UnknownTerminal("TERM is not set, so the keys of the terminal cannot be read" +
+                              remedy);
+    }
+    std::optional<TerminfoEntry> entry = readTerminfoEntry(term);
+    if (!entry) {
+        throw UnknownTerminal(std::string("the terminal type '") + term +
+                              "' (TERM) has no entry in this machine's terminal database, so "
+                              "its keys cannot be read" +
+                              remedy);
+    }
+    if (!entry->placesCursor) {
+        throw UnknownTerminal(std::string("the terminal type '") + term +
+                              "' (TERM) cannot place the cursor, so no form can be drawn on it" +
+                              remedy);
+    }
+    return std::move(*entry);
+}
+
 } // namespace
 
 CursesTerminal::CursesTerminal() {
@@ -105,6 +164,7 @@ CursesTerminal::CursesTerminal() {
         throw vb::Error(vb::err::DeviceIOError, "tui",
                         "the register needs a terminal: standard input and output must be one");
     }
+    entry_ = terminalEntry();
     if (::pipe(wakeFds) != 0) {
         throw vb::Error(vb::err::DeviceIOError, "tui", "cannot make the signal pipe");
     }
@@ -121,6 +181,10 @@ CursesTerminal::CursesTerminal() {
                             "' is not known to ncurses");
     }
     set_term(screen_);
+    sendNow(entry_.keypadOn);
+    if (entry_.reportsModifiedKeys) {
+        sendNow(modifyOtherKeysOn);
+    }
     raw();
     noecho();
     nonl();
@@ -133,6 +197,10 @@ CursesTerminal::CursesTerminal() {
 }
 
 CursesTerminal::~CursesTerminal() {
+    if (entry_.reportsModifiedKeys) {
+        sendNow(modifyOtherKeysOff);
+    }
+    sendNow(entry_.keypadOff);
     curs_set(1);
     endwin();
     delscreen(screen_);

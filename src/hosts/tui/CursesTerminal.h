@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/tui/Terminal.h"
+#include "hosts/tui/TerminfoEntry.h"
 
 #include <map>
 #include <utility>
@@ -18,12 +19,16 @@ namespace tui {
 /// `read` (SessionEnded), so that they unwind to that destructor too.
 ///
 /// ncurses only copies the canvas out; input is read as raw bytes from the
-/// terminal and decoded by KeyDecoder, so the keys the forms see do not
-/// depend on the terminal description.
+/// terminal and decoded by KeyDecoder with the key table of the terminal's
+/// terminfo entry. The terminal is put in keypad transmit mode (smkx), so
+/// that its keys send the sequences the entry lists, and terminals whose
+/// entry describes xterm's modified keys are asked to report the other
+/// modified keys too (modifyOtherKeys), so that Ctrl+Enter is not plain Enter.
 class CursesTerminal : public Terminal {
 public:
-    /// Raises vb::Error when standard input or output is not a terminal, or
-    /// ncurses does not know the terminal's type.
+    /// Raises vb::Error when standard input or output is not a terminal, and
+    /// UnknownTerminal when TERM names no type the terminal database knows
+    /// (or one that cannot place the cursor); the terminal is left untouched.
     CursesTerminal();
     ~CursesTerminal() override;
     CursesTerminal(const CursesTerminal &) = delete;
@@ -32,11 +37,15 @@ public:
     TerminalSize size() const override;
     void present(const Canvas &canvas) override;
     std::string read(std::optional<std::chrono::milliseconds> timeout) override;
+    const KeyTable &keyTable() const override { return entry_.keys; }
+    /// Only types that report modified keys are asked to report Ctrl+Enter.
+    bool reportsCtrlEnter() const override { return entry_.reportsModifiedKeys; }
 
 private:
     short pairFor(int fg, int bg);
     void resize();
 
+    TerminfoEntry entry_;
     ::screen *screen_ = nullptr;
     std::map<std::pair<int, int>, short> pairs_;
     bool colors_ = false;

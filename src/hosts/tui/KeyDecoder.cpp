@@ -189,8 +189,8 @@ std::vector<KeyStroke> KeyDecoder::take() {
     return out;
 }
 
-std::vector<KeyStroke> KeyDecoder::decodeAll(std::string_view bytes) {
-    KeyDecoder d;
+std::vector<KeyStroke> KeyDecoder::decodeAll(std::string_view bytes, const KeyTable &table) {
+    KeyDecoder d(table);
     d.feed(bytes);
     d.flush();
     return d.take();
@@ -212,6 +212,13 @@ void KeyDecoder::decode(bool final) {
 }
 
 KeyDecoder::Step KeyDecoder::decodeOne(std::string_view s, bool final) const {
+    KeyTable::Match known = table_.match(s);
+    if (known.longerPossible && !final) {
+        return {}; // ESC O could be F1 or Alt+O: the next bytes (or the delay) tell
+    }
+    if (known.sequence) {
+        return {known.sequence->bytes.size(), known.sequence->key};
+    }
     auto b = static_cast<unsigned char>(s[0]);
     if (b == 0x1b) {
         return decodeEscape(s, final);

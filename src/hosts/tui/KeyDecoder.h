@@ -1,12 +1,15 @@
 // tui::KeyDecoder: the bytes a terminal sends turned into the keystrokes the forms expect.
 #pragma once
 
+#include "hosts/tui/KeyTable.h"
+
 #include "forms/Keys.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tui {
@@ -35,8 +38,17 @@ bool isInterruptKey(const forms::KeyStroke &key);
 /// Alt and Ctrl modifiers; Shift+Tab; and the "CSI u" and modifyOtherKeys
 /// forms of modified keys (so Ctrl+Enter also arrives from terminals that
 /// report it that way). Sequences it does not know are skipped whole.
+///
+/// Given the key table of the terminal's terminfo entry, it reads the
+/// sequences the table lists first (the longest that the input starts with,
+/// waiting for more bytes while a longer one could still come), and the rest
+/// as above: so the Linux console's Shift+Tab (ESC Tab) and a VT220's Find
+/// and Select come out right, while what terminfo has no name for (Alt
+/// letters, Ctrl+Enter, the modified keys of most entries) is still read.
 class KeyDecoder {
 public:
+    explicit KeyDecoder(KeyTable table = {}) : table_(std::move(table)) {}
+
     /// Adds the bytes of one read.
     void feed(std::string_view bytes);
     /// True while the input ends inside a sequence that more bytes could
@@ -49,7 +61,8 @@ public:
     std::vector<forms::KeyStroke> take();
 
     /// Decodes a whole text at once (feed and flush), for tests and scripts.
-    static std::vector<forms::KeyStroke> decodeAll(std::string_view bytes);
+    static std::vector<forms::KeyStroke> decodeAll(std::string_view bytes,
+                                                   const KeyTable &table = {});
 
 private:
     struct Step {
@@ -61,6 +74,7 @@ private:
     Step decodeEscape(std::string_view s, bool final) const;
     Step decodeUtf8(std::string_view s, bool final) const;
 
+    KeyTable table_;
     std::string buffer_;
     std::vector<forms::KeyStroke> keys_;
 };

@@ -133,12 +133,12 @@ std::string tipAction(const forms::Control &c, std::string_view tip) {
     return before;
 }
 
-void focusedHints(const forms::Form &form, const forms::Control &focused,
+void focusedHints(const forms::Form &form, const forms::Control &focused, const KeyNames &names,
                   std::vector<KeyHint> &out) {
     if (isList(focused)) {
         bool formKeys = form.KeyPreview() && form.onKeyPress;
         if (focused.onKeyPress || formKeys) {
-            out.push_back({"Ctrl+Enter", "Add"});
+            out.push_back({names.ctrlEnter, "Add"});
         }
         if (focused.onKeyDown) {
             out.push_back({"Del", "Delete"});
@@ -162,11 +162,11 @@ void focusedHints(const forms::Form &form, const forms::Control &focused,
 
 } // namespace
 
-std::vector<KeyHint> keyHints(const forms::Form &form) {
+std::vector<KeyHint> keyHints(const forms::Form &form, const KeyNames &names) {
     std::vector<KeyHint> out;
     const forms::Control *focused = form.ActiveControl();
     if (focused && live(*focused)) {
-        focusedHints(form, *focused, out);
+        focusedHints(form, *focused, names, out);
     }
     auto controls = byPosition(form);
     for (const forms::Control *c : controls) {

@@ -21,6 +21,14 @@ struct KeyHint {
     friend bool operator==(const KeyHint &, const KeyHint &) = default;
 };
 
+/// What the strip calls the keys that not every terminal can send.
+struct KeyNames {
+    /// Ctrl+Enter gives the same character 10 as Ctrl+J. Terminals that
+    /// cannot report Ctrl+Enter (the Linux console, VT220s, screen) send
+    /// plain Enter for it, so there the strip offers "Ctrl+J".
+    std::string ctrlEnter = "Ctrl+Enter";
+};
+
 /// The keys `form` takes now, most useful first, each key once. Nothing here
 /// knows a form by name: every hint comes from a control that is visible and
 /// enabled.
@@ -37,7 +45,7 @@ struct KeyHint {
 /// 5. The function keys that tool tips name ("... Shortcut: F3") on buttons
 ///    that answer a click.
 /// 6. The Alt letters of labels, option buttons and check boxes.
-std::vector<KeyHint> keyHints(const forms::Form &form);
+std::vector<KeyHint> keyHints(const forms::Form &form, const KeyNames &names = {});
 
 /// Draws as many whole hints as fit in `width` cells from (x, y), the key in
 /// bold, two blanks between hints; returns the cells used.

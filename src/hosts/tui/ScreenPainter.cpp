@@ -29,7 +29,8 @@ std::string statusText(const forms::Screen &screen, const std::vector<const Over
 }
 
 void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
-                     const std::vector<const Overlay *> &overlays, bool keyStrip) {
+                     const std::vector<const Overlay *> &overlays, bool keyStrip,
+                     const KeyNames &keyNames) {
     int y = canvas.height() - 1;
     canvas.fill({0, y, canvas.width(), 1}, U' ', styles::status);
     int markWidth = 0;
@@ -45,7 +46,7 @@ void paintStatusLine(Canvas &canvas, const forms::Screen &screen,
     const forms::Form *active = screen.ActiveForm();
     // While a box is open it has the keys, so the form's are not offered.
     if (status.empty() && keyStrip && active && overlays.empty()) {
-        paintKeyStrip(canvas, 1, y, room, keyHints(*active), styles::status);
+        paintKeyStrip(canvas, 1, y, room, keyHints(*active, keyNames), styles::status);
     } else {
         canvas.text(1, y, status, styles::status, room);
     }
@@ -76,8 +77,8 @@ CellSize screenNeeds(const forms::Screen &screen) {
 }
 
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
-                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
-                 bool keyStrip) {
+                 const std::vector<const Overlay *> &overlays, ScreenLayout &layout, bool keyStrip,
+                 const KeyNames &keyNames) {
     canvas.clear();
     layout.clear();
     if (canvas.height() < 1 || canvas.width() < 1) {
@@ -101,7 +102,7 @@ void paintScreen(Canvas &canvas, const forms::Screen &screen,
     for (const Overlay *overlay : overlays) {
         overlay->paint(canvas, area);
     }
-    paintStatusLine(canvas, screen, overlays, keyStrip);
+    paintStatusLine(canvas, screen, overlays, keyStrip, keyNames);
 }
 
 } // namespace tui

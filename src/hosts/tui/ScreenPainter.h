@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/tui/FormFit.h"
+#include "hosts/tui/KeyStrip.h"
 
 #include <vector>
 
@@ -25,10 +26,11 @@ class ScreenLayout;
 /// on the left, or when there is neither and `keyStrip` is on, the keys the
 /// active form takes (keyHints); and the busy mark "⧗ Busy" on the right while the mouse
 /// pointer is the hourglass. The terminal cursor stands at the focused text
-/// box's caret, and is hidden while an overlay is open.
+/// box's caret, and is hidden while an overlay is open. `keyNames` names the
+/// keys of the strip that depend on the terminal.
 void paintScreen(Canvas &canvas, const forms::Screen &screen,
                  const std::vector<const Overlay *> &overlays, ScreenLayout &layout,
-                 bool keyStrip = true);
+                 bool keyStrip = true, const KeyNames &keyNames = {});
 
 /// The smallest canvas on which every shown form fits whole (FormFit),
 /// with its window's border and the status line.

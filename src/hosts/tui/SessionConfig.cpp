@@ -49,12 +49,26 @@ vb::Date parseDay(std::string_view text) {
     throw ConfigFileError(number, "stockverify run", message);
 }
 
+/// An escape delay in milliseconds: long enough for a sequence split by a
+/// slow line, never so long that Escape feels stuck.
+std::chrono::milliseconds parseEscapeDelay(std::string_view key, std::string_view text) {
+    int value = 0;
+    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || ec != std::errc() || end != text.data() + text.size() || value < 1 ||
+        value > 5000) {
+        refuse(std::string(key) + " wants milliseconds from 1 to 5000, not '" + std::string(text) +
+               "'");
+    }
+    return std::chrono::milliseconds(value);
+}
+
 /// Option names and the config keys they set; all take a value.
 const std::set<std::string, std::less<>> &keys() {
     static const std::set<std::string, std::less<>> all{
         "db",         "connection", "company",        "user",          "godown",
         "interface",  "date",       "title",          "home",          "trace-sql",
-        "short-date", "key-strip",  "report-printer", "report-folder", "state"};
+        "short-date", "key-strip",  "report-printer", "report-folder", "state",
+        "escape-delay"};
     return all;
 }
 
@@ -229,6 +243,8 @@ void applySetting(SessionConfig &config, std::string_view key, std::string_view 
             refuse("key-strip wants on or off, not '" + std::string(value) + "'");
         }
         config.keyStrip = value == "on";
+    } else if (key == "escape-delay") {
+        config.escapeDelay = parseEscapeDelay(key, value);
     } else if (key == "short-date") {
         config.shortDate = value;
     } else if (key == "report-printer") {
@@ -276,7 +292,8 @@ void applyConfigText(SessionConfig &config, std::string_view text, std::string_v
     }
 }
 
-SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders) {
+SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders,
+                              std::optional<std::string_view> escapeDelayVariable) {
     std::vector<std::pair<std::string, std::string>> given;
     std::string configFile;
     for (std::size_t i = 0; i < args.size(); ++i) {
@@ -307,6 +324,9 @@ SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFol
     }
 
     SessionConfig config;
+    if (escapeDelayVariable) {
+        config.escapeDelay = parseEscapeDelay("ESCDELAY", *escapeDelayVariable);
+    }
     for (const auto &file : configFiles(configFile, folders)) {
         applyConfigText(config, readFile(file), file.string(), inFolder(file, folders.system));
         config.files.push_back(file.string());

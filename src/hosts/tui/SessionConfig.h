@@ -4,6 +4,7 @@
 #include "vb/Date.h"
 #include "vb/Error.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -81,6 +82,10 @@ struct SessionConfig {
     std::string shortDate = "dd/mm/yyyy";
     /// Whether the bottom line shows the keys of the form in front (on by default).
     bool keyStrip = true;
+    /// How long a lone ESC waits for the rest of a key sequence before it is
+    /// the Escape key: the ESCDELAY environment variable (milliseconds, as
+    /// ncurses reads it), else 25 ms; the file and options win over both.
+    std::chrono::milliseconds escapeDelay{25};
     /// Printer ports ("LPT1") and the file or device each one writes to.
     std::map<std::string, std::string> printers;
     /// The print queue a report preview prints on; the system's default when empty.
@@ -102,7 +107,10 @@ struct SessionConfig {
 /// user for an unknown or malformed option, or a value that is missing (--db
 /// or --connection, --company and --godown are required); ConfigFileError
 /// (53 not found, 75 unreadable, 5 a bad line) for a config file.
-SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders = {});
+/// `escapeDelayVariable` is the value of ESCDELAY (none when it is not
+/// set); a malformed one is refused as an option is.
+SessionConfig parseRunOptions(std::span<const std::string> args, const ConfigFolders &folders = {},
+                              std::optional<std::string_view> escapeDelayVariable = std::nullopt);
 
 /// Applies one setting by its config file name ("company", "printer.LPT1").
 /// Raises vb::Error 5 for an unknown name or a malformed value.

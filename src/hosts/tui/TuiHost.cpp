@@ -47,7 +47,7 @@ private:
 } // namespace
 
 TuiHost::TuiHost(Terminal &terminal, HostSettings settings)
-    : terminal_(terminal), settings_(std::move(settings)) {}
+    : terminal_(terminal), settings_(std::move(settings)), decoder_(terminal.keyTable()) {}
 
 TuiHost::~TuiHost() = default;
 
@@ -57,7 +57,11 @@ void TuiHost::redraw() {
         canvas_.resize(size.cols, size.rows);
     }
     std::vector<const Overlay *> overlays(overlays_.begin(), overlays_.end());
-    paintScreen(canvas_, screen_, overlays, layout_, settings_.keyStrip);
+    KeyNames names;
+    if (!terminal_.reportsCtrlEnter()) {
+        names.ctrlEnter = "Ctrl+J";
+    }
+    paintScreen(canvas_, screen_, overlays, layout_, settings_.keyStrip, names);
     terminal_.present(canvas_);
     shownPointer_ = screen_.effectivePointer();
     ++frames_;

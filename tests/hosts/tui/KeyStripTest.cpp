@@ -68,6 +68,8 @@ TEST(KeyStripTest, AListOffersItsMenuItsKeysAndItsColumns) {
                                      {"←→", "Columns"},
                                      {"Alt+C", "Close"},
                                      {"Esc", "Close"}}));
+    // Where the terminal cannot send Ctrl+Enter, the same character is Ctrl+J.
+    EXPECT_EQ(keyHints(form, KeyNames{"Ctrl+J"}).front(), (KeyHint{"Ctrl+J", "Add"}));
 
     // Without a right-click handler the menu cannot open from the list.
     form.lvwItems.onMouseDown = nullptr;
@@ -147,6 +149,19 @@ TEST(KeyStripTest, TheStatusLineGivesWayToTipsAndHintsAndCanBeOff) {
     other.cmdOK.SetFocus();
     quiet.redraw();
     EXPECT_EQ(quiet.canvas().row(19), "");
+}
+
+TEST(KeyStripTest, CtrlEnterIsOfferedAsCtrlJWhereTheTerminalCannotSendIt) {
+    ScriptedTerminal terminal{60, 20};
+    terminal.cannotReportCtrlEnter();
+    TuiHost host(terminal);
+    Log log;
+    ListDialog form(host.screen(), log);
+    form.lvwItems.onKeyPress = [](int &) {};
+    form.Show();
+    form.lvwItems.SetFocus();
+    host.redraw();
+    EXPECT_EQ(host.canvas().row(19).substr(0, 12), " Ctrl+J Add ");
 }
 
 } // namespace

@@ -31,6 +31,11 @@ public:
     }
 
     TerminalSize size() const override { return size_; }
+    /// Reads keys as a terminal with these sequences would send them.
+    void useKeyTable(KeyTable table) { table_ = std::move(table); }
+    const KeyTable &keyTable() const override { return table_; }
+    void cannotReportCtrlEnter() { ctrlEnter_ = false; }
+    bool reportsCtrlEnter() const override { return ctrlEnter_; }
     void resize(int cols, int rows) { size_ = {cols, rows}; }
 
     void present(const Canvas &canvas) override {
@@ -78,6 +83,8 @@ public:
     }
 
 private:
+    KeyTable table_;
+    bool ctrlEnter_ = true;
     struct Chunk {
         std::string bytes;
         bool afterDraw;

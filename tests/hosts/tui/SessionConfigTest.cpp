@@ -280,6 +280,32 @@ TEST(ConfigFoldersTest, FromTheEnvironment) {
             ::unsetenv(s.name);
         }
     }
+
+TEST(SessionConfigTest, EscapeDelayFromEscdelayThenTheFileThenTheOption) {
+    using std::chrono::milliseconds;
+    const std::vector<std::string> base{"--db",   "x.db", "--company", "1",
+                                        "--user", "1",    "--godown",  "1"};
+    EXPECT_EQ(parseRunOptions(base).escapeDelay, milliseconds(25));
+    EXPECT_EQ(parseRunOptions(base, {}, "200").escapeDelay, milliseconds(200));
+    ConfigFile file("escape-delay = 80\n");
+    auto withFile = base;
+    withFile.insert(withFile.end(), {"--config", file.path.string()});
+    EXPECT_EQ(parseRunOptions(withFile, {}, "200").escapeDelay, milliseconds(80));
+    auto withOption = withFile;
+    withOption.insert(withOption.end(), {"--escape-delay", "10"});
+    EXPECT_EQ(parseRunOptions(withOption, {}, "200").escapeDelay, milliseconds(10));
+
+    auto bad = base;
+    bad.insert(bad.end(), {"--escape-delay", "0"});
+    EXPECT_THROW(parseRunOptions(bad), vb::Error);
+    try {
+        parseRunOptions(base, {}, "fast");
+        ADD_FAILURE() << "a malformed ESCDELAY was taken";
+    } catch (const vb::Error &e) {
+        EXPECT_EQ(e.description(), "ESCDELAY wants milliseconds from 1 to 5000, not 'fast'");
+    }
+    EXPECT_EQ(parseRunOptions(base, {}, "5000").escapeDelay, milliseconds(5000));
+    EXPECT_THROW(parseRunOptions(base, {}, "5001"), vb::Error);
 }
 
 } // namespace

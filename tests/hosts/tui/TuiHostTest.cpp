@@ -50,6 +50,30 @@ TEST(TuiHostTest, TabShiftTabAndEscapeMoveAndClose) {
     EXPECT_FALSE(s.log.has("KeyDown 27 0")) << "Escape went to the cancel button";
 }
 
+TEST(TuiHostTest, KeysAreReadWithTheTerminalsOwnSequences) {
+    ScriptedTerminal terminal{60, 20};
+    // The Linux console's Shift+Tab is ESC Tab; its F3 is ESC [ [ C.
+    terminal.useKeyTable(KeyTable({{"\x1b\t", forms::keyStrokeFor(forms::vbKeyTab, 1), "kcbt"},
+                                   {"\x1b[[C", forms::keyStrokeFor(forms::vbKeyF1 + 2), "kf3"}}));
+    TuiHost host{terminal};
+    Log log;
+    EntryDialog form(host.screen(), log);
+    terminal.type("\t");
+    terminal.type("\x1b\t\x1b[[C");
+    terminal.type(ESC);
+    showModal(form);
+    std::vector<std::string> focus;
+    for (const auto &line : log.lines) {
+        if (line.ends_with(".GotFocus")) {
+            focus.push_back(line);
+        }
+    }
+    EXPECT_EQ(focus, (std::vector<std::string>{"txtName.GotFocus", "cboKind.GotFocus",
+                                               "txtName.GotFocus"}));
+    // Read by hand, ESC Tab would be Escape, which closes the dialog before F3.
+    EXPECT_TRUE(log.has("KeyDown 114 0")) << "F3";
+}
+
 TEST(TuiHostTest, ShortcutKeysReachTheFormAsTheOldPlatformSentThem) {
     Session s;
     EntryDialog form(s.host.screen(), s.log);

@@ -63,7 +63,7 @@ press_for() {
     done
     case "$key" in
         Alt+?) keys "M-$(tr '[:upper:]' '[:lower:]' <<<"${key#Alt+}")" ;;
-        Ctrl+Enter) keys C-j ;;
+        Ctrl+Enter | Ctrl+J) keys C-j ;;
         Ctrl+?) keys "C-$(tr '[:upper:]' '[:lower:]' <<<"${key#Ctrl+}")" ;;
         Shift+F10) keys S-F10 ;;
         Esc) keys Escape ;;
