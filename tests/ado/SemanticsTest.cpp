@@ -127,8 +127,9 @@ TEST_P(SemanticsTest, LikeTakesSqlServersPatterns) {
     EXPECT_EQ(ids("'%'"), "1,2,4,5,6"); // null matches nothing
     EXPECT_EQ(ids("'%LAN'"), "5");
     // A pattern that changes from row to row is taken apart for each row.
-    if (!onServer()) // a pattern made by an expression keeps the server's LIKE, without sets
+    if (!onServer()) { // a pattern made by an expression keeps the server's LIKE, without sets
         EXPECT_EQ(ids("replace(itemcode, '[', '[[]')"), "1,2,4,5,6");
+    }
 }
 
 TEST_P(SemanticsTest, StringFunctionsCountAsSqlServerCounts) {

@@ -280,6 +280,7 @@ TEST(ConfigFoldersTest, FromTheEnvironment) {
             ::unsetenv(s.name);
         }
     }
+}
 
 TEST(SessionConfigTest, EscapeDelayFromEscdelayThenTheFileThenTheOption) {
     using std::chrono::milliseconds;
