@@ -1,10 +1,10 @@
 #include "ado/sql/Translator.h"
 
 #include "ado/sql/DateText.h"
+#include "ado/sql/FittedText.h"
 #include "ado/sql/FrontError.h"
 #include "ado/sql/GroupingCheck.h"
 #include "ado/sql/SqlTree.h"
-#include "ado/sqlite/ValueConversion.h" // the embedded dialect's fitting of text
 
 #include <map>
 #include <set>
@@ -699,7 +699,8 @@ bool Rewriter::needsFit(const Node *literal, const ColumnType &type) const {
     if (!literal || !literal->is(Kind::String))
         return true;
     std::string text = literal->token.stringValue();
-    return sqlite::fittedText(text, type).size() != text.size();
+    auto fitted = fittedText(text, type);
+    return !fitted || fitted->size() != text.size();
 }
 
 // insert into T (c1, c2) values ('...', ...): date text going into a date

@@ -232,7 +232,7 @@ void svFit(sqlite3_context *ctx, int, sqlite3_value **argv) {
         ColumnType type = columnTypeOf("varchar");
         type.length = static_cast<int>(sqlite3_value_int64(argv[0]));
         std::string text = textOf(argv[1]);
-        std::string fitted = fittedText(text, type);
+        std::string fitted = sqlite::fittedText(text, type);
         if (fitted.size() == text.size())
             return sqlite3_result_value(ctx, argv[1]);
         resultText(ctx, fitted);

@@ -43,7 +43,7 @@ std::pair<std::string, std::string> SqliteDialect::exactWrap(const sql::ColumnTy
 
 void SqliteDialect::checkLiteral(const std::string &text, const sql::ColumnType &type) const {
     if (type.kind == sql::ColumnKind::Text)
-        fittedText(text, type);
+        sqlite::fittedText(text, type);
     else
         toStored(vb::Variant(text), type);
 }

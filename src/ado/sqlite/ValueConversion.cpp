@@ -1,6 +1,7 @@
 #include "ado/sqlite/ValueConversion.h"
 
 #include "ado/sql/DateText.h"
+#include "ado/sql/FittedText.h"
 #include "ado/sqlite/ErrorMapping.h"
 #include "ado/sqlite/ExactDecimal.h"
 #include "vb/Conversion.h"
@@ -200,26 +201,9 @@ std::int64_t numberToInteger(double value, const ColumnType &type) {
 }
 
 std::string fittedText(std::string text, const ColumnType &type) {
-    if (type.length <= 0)
-        return text;
-    // Characters, not bytes: a UTF-8 character starts at every byte that is no continuation.
-    auto characters = [](std::string_view t) {
-        std::size_t n = 0;
-        for (char c : t)
-            n += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-        return n;
-    };
-    const auto length = static_cast<std::size_t>(type.length);
-    if (characters(text) <= length)
-        return text;
-    // Blanks past the end are dropped without a word, as SQL Server drops them.
-    std::size_t kept = text.find_last_not_of(' ');
-    std::string_view core =
-        kept == std::string::npos ? std::string_view() : std::string_view(text).substr(0, kept + 1);
-    if (characters(core) > length)
-        throw truncationError();
-    text.resize(core.size() + (length - characters(core)));
-    return text;
+    if (auto fitted = sql::fittedText(std::move(text), type))
+        return std::move(*fitted);
+    throw truncationError();
 }
 
 StoredValue exactNumeric(const StoredValue &stored, const ColumnType &type) {
@@ -243,7 +227,7 @@ StoredValue toStored(const vb::Variant &v, const ColumnType &type) {
         return exactNumeric(stored, type);
     }
     if (type.kind == ColumnKind::Text)
-        return fittedText(vb::CStr(v), type);
+        return sqlite::fittedText(vb::CStr(v), type);
     if (v.isString() || v.isBoolean())
         return vb::CStr(v);
     if (v.isDate())
