@@ -665,8 +665,12 @@ void Rewriter::planPatterns(Level &level) {
         if (!level.at(k).isWord("like"))
             continue;
         bool negated = level.at(k - 1).isWord("not");
-        if (negated)
-            level.edits.skip.insert(level.sig[k - 1]);
+        if (negated) {
+            std::size_t p = level.sig[k - 1];
+            level.edits.skip.insert(p);
+            if (level.nodes[p + 1].is(Kind::Space))
+                level.edits.skip.insert(p + 1);
+        }
         level.edits.replace[level.sig[k]] = negated ? test.negatedOp : test.op;
         std::size_t first = k + 1;
         std::size_t last = arithmeticEnd(level, first);
