@@ -25,6 +25,12 @@ do $$ begin
     create function sv_concat(a bpchar, b bpchar) returns bpchar language sql immutable strict
         as $f$ select (textin(bpcharout(a)) || textin(bpcharout(b)))::bpchar $f$;
     create operator || (leftarg = bpchar, rightarg = bpchar, function = sv_concat);
+    create function sv_concat(a bpchar, b text) returns bpchar language sql immutable strict
+        as $f$ select (textin(bpcharout(a)) || b)::bpchar $f$;
+    create operator || (leftarg = bpchar, rightarg = text, function = sv_concat);
+    create function sv_concat(a text, b bpchar) returns bpchar language sql immutable strict
+        as $f$ select (a || textin(bpcharout(b)))::bpchar $f$;
+    create operator || (leftarg = text, rightarg = bpchar, function = sv_concat);
   end if;
 end $$;
 create table loiStockVerificationHeader (

@@ -18,6 +18,12 @@ CREATE DOMAIN sv_text AS bpchar COLLATE sv_ci;
 CREATE FUNCTION sv_concat(a bpchar, b bpchar) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
     AS $$ SELECT (textin(bpcharout(a)) || textin(bpcharout(b)))::bpchar $$;
 CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = sv_concat);
+CREATE FUNCTION sv_concat(a bpchar, b text) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
+    AS $$ SELECT (textin(bpcharout(a)) || b)::bpchar $$;
+CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = text, FUNCTION = sv_concat);
+CREATE FUNCTION sv_concat(a text, b bpchar) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
+    AS $$ SELECT (a || textin(bpcharout(b)))::bpchar $$;
+CREATE OPERATOR || (LEFTARG = text, RIGHTARG = bpchar, FUNCTION = sv_concat);
 
 CREATE DOMAIN sv_bit AS SMALLINT CHECK (VALUE IN (0, 1));
 
