@@ -28,7 +28,7 @@ constexpr int savedRows = 50;
 constexpr int editsEach = 3;
 /// Each clerk recounts an entry in a number of lines of its own, so that an edited entry's
 /// lines tell whose edit stands, and a mixture of two edits shows in their count.
-constexpr int editedRows = 80;
+constexpr int editedRows = 60;
 
 /// The row count a marker holds ("on00150" holds 150).
 int markedRows(const std::string &marker) {
