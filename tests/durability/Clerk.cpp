@@ -241,6 +241,10 @@ bool editEntry(tqsv2731::Module &m, ClerkUi &ui, std::int32_t id, int rows, std:
         }
     });
     master.CmdEdit_Click();
+    if (saved && m.slotOf<tqsv2731::frmStockVerification>(m.frmStockVerification_).loaded()) {
+        std::cerr << "entry " << id << ": the save did not end, the entry form is open\n";
+        return false;
+    }
     return saved;
 }
 
