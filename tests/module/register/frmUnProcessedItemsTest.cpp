@@ -46,6 +46,18 @@ TEST(frmUnProcessedItemsTest, NewTotalCountIsRefusedWhileTransfersAreUnderWay) {
     EXPECT_FALSE(ids.empty());
 }
 
+TEST(frmUnProcessedItemsTest, TheListsHeadersKeepTheirBlanks) {
+    ModuleSession s(total(2));
+    const frmUnProcessedItems &d = s.m.frmUnProcessedItems();
+    std::vector<std::string> headers;
+    for (int i = 1; i <= d.lvwUnProcessed.ColumnHeaders().Count(); ++i) {
+        headers.push_back(d.lvwUnProcessed.ColumnHeaders()(i).Text());
+    }
+    EXPECT_EQ(headers, (std::vector<std::string>{"Trans No", "Date", "From ", "To",
+                                                 "Item Description", "Quantity", "Unit Code",
+                                                 "ItemId"}));
+}
+
 TEST(frmUnProcessedItemsTest, NoUnprocessedRowsLetTheEntryFormOpen) {
     ModuleSession s(total(1));
     frmMaster &f = s.m.frmMaster();
