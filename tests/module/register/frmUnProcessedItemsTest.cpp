@@ -48,11 +48,15 @@ TEST(frmUnProcessedItemsTest, NewTotalCountIsRefusedWhileTransfersAreUnderWay) {
 
 TEST(frmUnProcessedItemsTest, TheListsHeadersKeepTheirBlanks) {
     ModuleSession s(total(2));
-    const frmUnProcessedItems &d = s.m.frmUnProcessedItems();
     std::vector<std::string> headers;
-    for (int i = 1; i <= d.lvwUnProcessed.ColumnHeaders().Count(); ++i) {
-        headers.push_back(d.lvwUnProcessed.ColumnHeaders()(i).Text());
-    }
+    s.ui.queueAction([&](forms::Input &input) {
+        frmUnProcessedItems &d = s.m.frmUnProcessedItems();
+        for (int i = 1; i <= d.lvwUnProcessed.ColumnHeaders().Count(); ++i) {
+            headers.push_back(d.lvwUnProcessed.ColumnHeaders()(i).Text());
+        }
+        input.click(d.cmdOK);
+    });
+    s.m.frmMaster().cmdnew_Click();
     EXPECT_EQ(headers, (std::vector<std::string>{"Trans No", "Date", "From ", "To",
                                                  "Item Description", "Quantity", "Unit Code",
                                                  "ItemId"}));
