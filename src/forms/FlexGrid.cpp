@@ -55,18 +55,18 @@ FlexGrid::FlexGrid(Container &container, std::string_view name, int index)
 }
 
 void FlexGrid::initCells() {
-    cells_.assign(static_cast<std::size_t>(rows_) * cols_, Cell{});
+    cells_.assign(static_cast<std::size_t>(rows_), RowCells(static_cast<std::size_t>(cols_)));
     colWidths_.assign(cols_, defaultColWidth);
     colAlignments_.assign(cols_, flexAlignGeneral);
     rowHeights_.assign(rows_, newRowHeight());
 }
 
 FlexGrid::Cell &FlexGrid::cell(int row, int col) {
-    return cells_[static_cast<std::size_t>(row) * cols_ + col];
+    return cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)];
 }
 
 const FlexGrid::Cell &FlexGrid::cell(int row, int col) const {
-    return cells_[static_cast<std::size_t>(row) * cols_ + col];
+    return cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)];
 }
 
 void FlexGrid::checkRow(int row) const {
@@ -82,20 +82,19 @@ void FlexGrid::checkCol(int col) const {
 }
 
 void FlexGrid::resize(int rows, int cols) {
-    if (cols == cols_) {
-        // Rows alone change as a grid is filled row by row: cells stay in place.
-        cells_.resize(static_cast<std::size_t>(rows) * cols);
-        rows_ = rows;
-        rowHeights_.resize(rows, newRowHeight());
-        return;
+    // A grid filled row by row grows one row at a time: the rows held move as
+    // a whole when the list of rows grows, their cells stay where they are.
+    if (rows < rows_) {
+        cells_.erase(cells_.begin() + rows, cells_.end());
     }
-    std::vector<Cell> next(static_cast<std::size_t>(rows) * cols);
-    for (int r = 0; r < std::min(rows, rows_); ++r) {
-        for (int c = 0; c < std::min(cols, cols_); ++c) {
-            next[static_cast<std::size_t>(r) * cols + c] = std::move(cell(r, c));
+    while (static_cast<int>(cells_.size()) < rows) {
+        cells_.emplace_back(static_cast<std::size_t>(cols));
+    }
+    if (cols != cols_) {
+        for (RowCells &row : cells_) {
+            row.resize(static_cast<std::size_t>(cols));
         }
     }
-    cells_ = std::move(next);
     rows_ = rows;
     cols_ = cols;
     colWidths_.resize(cols, defaultColWidth);
@@ -237,14 +236,14 @@ std::string FlexGrid::TextArray(int index) const {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    return cells_[index].text;
+    return cell(index / cols_, index % cols_).text;
 }
 
 void FlexGrid::setTextArray(int index, std::string_view text) {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    cells_[index].text = text;
+    cell(index / cols_, index % cols_).text = text;
 }
 
 int FlexGrid::ColWidth(int col) const {
@@ -412,15 +411,13 @@ void FlexGrid::setSort(int how) {
         return compareRows(how, keys, a, b, fromCol, toCol) < 0;
     });
     // The rows move, their texts and colours with them: nothing is copied.
-    std::vector<Cell> sorted;
-    sorted.reserve(order.size() * static_cast<std::size_t>(cols_));
+    // Row heights are no part of the cells: they stay with the row numbers.
+    std::vector<RowCells> sorted;
+    sorted.reserve(order.size());
     for (int r : order) {
-        for (int c = 0; c < cols_; ++c) {
-            sorted.push_back(std::move(cell(r, c)));
-        }
+        sorted.push_back(std::move(cells_[static_cast<std::size_t>(r)]));
     }
-    std::move(sorted.begin(), sorted.end(),
-              cells_.begin() + static_cast<std::ptrdiff_t>(first) * cols_);
+    std::move(sorted.begin(), sorted.end(), cells_.begin() + first);
 }
 
 void FlexGrid::AddItem(std::string_view item, int index) {
@@ -428,7 +425,7 @@ void FlexGrid::AddItem(std::string_view item, int index) {
         throw errors::invalidRow();
     }
     int at = index == -1 ? rows_ : index;
-    std::vector<Cell> row(static_cast<std::size_t>(cols_));
+    RowCells row(static_cast<std::size_t>(cols_));
     std::size_t start = 0;
     for (int c = 0; c < cols_ && start <= item.size(); ++c) {
         std::size_t tab = item.find('\t', start);
@@ -439,8 +436,7 @@ void FlexGrid::AddItem(std::string_view item, int index) {
         }
         start = tab + 1;
     }
-    cells_.insert(cells_.begin() + static_cast<std::ptrdiff_t>(at) * cols_,
-                  std::make_move_iterator(row.begin()), std::make_move_iterator(row.end()));
+    cells_.insert(cells_.begin() + at, std::move(row));
     rowHeights_.insert(rowHeights_.begin() + at, newRowHeight());
     ++rows_;
     normalizeScroll();
@@ -454,8 +450,7 @@ void FlexGrid::RemoveItem(int index) {
     if (rows_ - fixedRows_ <= 1) {
         throw errors::lastNonFixedRow();
     }
-    cells_.erase(cells_.begin() + static_cast<std::ptrdiff_t>(index) * cols_,
-                 cells_.begin() + static_cast<std::ptrdiff_t>(index + 1) * cols_);
+    cells_.erase(cells_.begin() + index);
     rowHeights_.erase(rowHeights_.begin() + index);
     --rows_;
     normalizeScroll();
@@ -465,8 +460,10 @@ void FlexGrid::RemoveItem(int index) {
 }
 
 void FlexGrid::Clear() {
-    for (Cell &c : cells_) {
-        c = Cell{};
+    for (RowCells &row : cells_) {
+        for (Cell &c : row) {
+            c = Cell{};
+        }
     }
 }
 

@@ -190,6 +190,10 @@ private:
         bool hasBackColor = false;
     };
 
+    /// The cells of one row. Rows are held apart, so that adding a row or
+    /// sorting moves rows as a whole and never copies or reallocates a cell.
+    using RowCells = std::vector<Cell>;
+
     Cell &cell(int row, int col);
     const Cell &cell(int row, int col) const;
     void checkRow(int row) const;
@@ -239,7 +243,7 @@ private:
     Color backColorSel_ = vbHighlight;
     Color foreColorFixed_ = vbButtonText;
     Color backColorFixed_ = vbButtonFace;
-    std::vector<Cell> cells_; // row by row
+    std::vector<RowCells> cells_; // one entry per row, Cols cells each
     std::vector<int> colWidths_;
     std::vector<int> colAlignments_;
     int rowHeightMin_ = 0;
