@@ -55,18 +55,45 @@ FlexGrid::FlexGrid(Container &container, std::string_view name, int index)
 }
 
 void FlexGrid::initCells() {
-    cells_.assign(static_cast<std::size_t>(rows_), RowCells(static_cast<std::size_t>(cols_)));
+    rowsHeld_.assign(static_cast<std::size_t>(rows_), GridRow(static_cast<std::size_t>(cols_)));
     colWidths_.assign(cols_, defaultColWidth);
     colAlignments_.assign(cols_, flexAlignGeneral);
     rowHeights_.assign(rows_, newRowHeight());
 }
 
-FlexGrid::Cell &FlexGrid::cell(int row, int col) {
-    return cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)];
+void FlexGrid::GridRow::resize(std::size_t cols) {
+    texts.resize(cols);
+    if (!colours.empty()) {
+        colours.resize(cols);
+    }
 }
 
-const FlexGrid::Cell &FlexGrid::cell(int row, int col) const {
-    return cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)];
+void FlexGrid::GridRow::clear() {
+    for (std::string &t : texts) {
+        t.clear();
+    }
+    colours.clear();
+}
+
+std::string &FlexGrid::text(int row, int col) {
+    return rowsHeld_[static_cast<std::size_t>(row)].texts[static_cast<std::size_t>(col)];
+}
+
+const std::string &FlexGrid::text(int row, int col) const {
+    return rowsHeld_[static_cast<std::size_t>(row)].texts[static_cast<std::size_t>(col)];
+}
+
+FlexGrid::CellColours &FlexGrid::colours(int row, int col) {
+    GridRow &r = rowsHeld_[static_cast<std::size_t>(row)];
+    if (r.colours.empty()) {
+        r.colours.resize(r.texts.size());
+    }
+    return r.colours[static_cast<std::size_t>(col)];
+}
+
+const FlexGrid::CellColours *FlexGrid::coloursOf(int row, int col) const {
+    const GridRow &r = rowsHeld_[static_cast<std::size_t>(row)];
+    return r.colours.empty() ? nullptr : &r.colours[static_cast<std::size_t>(col)];
 }
 
 void FlexGrid::checkRow(int row) const {
@@ -85,13 +112,13 @@ void FlexGrid::resize(int rows, int cols) {
     // A grid filled row by row grows one row at a time: the rows held move as
     // a whole when the list of rows grows, their cells stay where they are.
     if (rows < rows_) {
-        cells_.erase(cells_.begin() + rows, cells_.end());
+        rowsHeld_.erase(rowsHeld_.begin() + rows, rowsHeld_.end());
     }
-    while (static_cast<int>(cells_.size()) < rows) {
-        cells_.emplace_back(static_cast<std::size_t>(cols));
+    while (static_cast<int>(rowsHeld_.size()) < rows) {
+        rowsHeld_.emplace_back(static_cast<std::size_t>(cols));
     }
     if (cols != cols_) {
-        for (RowCells &row : cells_) {
+        for (GridRow &row : rowsHeld_) {
             row.resize(static_cast<std::size_t>(cols));
         }
     }
@@ -223,27 +250,27 @@ void FlexGrid::setLeftCol(int col) {
 std::string FlexGrid::TextMatrix(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    return cell(row, col).text;
+    return text(row, col);
 }
 
 void FlexGrid::setTextMatrix(int row, int col, std::string_view text) {
     checkRow(row);
     checkCol(col);
-    cell(row, col).text = text;
+    this->text(row, col) = text;
 }
 
 std::string FlexGrid::TextArray(int index) const {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    return cell(index / cols_, index % cols_).text;
+    return text(index / cols_, index % cols_);
 }
 
 void FlexGrid::setTextArray(int index, std::string_view text) {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    cell(index / cols_, index % cols_).text = text;
+    this->text(index / cols_, index % cols_) = text;
 }
 
 int FlexGrid::ColWidth(int col) const {
@@ -300,23 +327,24 @@ void FlexGrid::setColAlignment(int col, int alignment) {
 void FlexGrid::setCellForeColor(Color c) {
     checkRow(row_);
     checkCol(col_);
-    cell(row_, col_).foreColor = c;
-    cell(row_, col_).hasForeColor = true;
+    CellColours &colour = colours(row_, col_);
+    colour.foreColor = c;
+    colour.hasForeColor = true;
 }
 
 void FlexGrid::setCellBackColor(Color c) {
     checkRow(row_);
     checkCol(col_);
-    cell(row_, col_).backColor = c;
-    cell(row_, col_).hasBackColor = true;
+    CellColours &colour = colours(row_, col_);
+    colour.backColor = c;
+    colour.hasBackColor = true;
 }
 
 Color FlexGrid::foreColorAt(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    const Cell &c = cell(row, col);
-    if (c.hasForeColor) {
-        return c.foreColor;
+    if (const CellColours *c = coloursOf(row, col); c && c->hasForeColor) {
+        return c->foreColor;
     }
     return row < fixedRows_ || col < fixedCols_ ? foreColorFixed_ : ForeColor();
 }
@@ -324,9 +352,8 @@ Color FlexGrid::foreColorAt(int row, int col) const {
 Color FlexGrid::backColorAt(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    const Cell &c = cell(row, col);
-    if (c.hasBackColor) {
-        return c.backColor;
+    if (const CellColours *c = coloursOf(row, col); c && c->hasBackColor) {
+        return c->backColor;
     }
     return row < fixedRows_ || col < fixedCols_ ? backColorFixed_ : BackColor();
 }
@@ -339,8 +366,8 @@ int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromC
         return cmp;
     }
     for (int c = fromCol; c <= toCol; ++c) {
-        const std::string &x = cell(a, c).text;
-        const std::string &y = cell(b, c).text;
+        const std::string &x = text(a, c);
+        const std::string &y = text(b, c);
         const NumberKey &nx = keys.at(a, c);
         const NumberKey &ny = keys.at(b, c);
         int cmp = 0;
@@ -381,9 +408,9 @@ FlexGrid::SortKeys FlexGrid::sortKeys(int how, int first, int last, int fromCol,
     keys.numbers.reserve(static_cast<std::size_t>(last - first + 1) * keys.cols);
     for (int r = first; r <= last; ++r) {
         for (int c = fromCol; c <= toCol; ++c) {
-            const std::string &text = cell(r, c).text;
-            const bool isNumber = !generic || vb::IsNumeric(text);
-            keys.numbers.push_back({isNumber, isNumber ? vb::Val(text) : 0.0});
+            const std::string &cellText = text(r, c);
+            const bool isNumber = !generic || vb::IsNumeric(cellText);
+            keys.numbers.push_back({isNumber, isNumber ? vb::Val(cellText) : 0.0});
         }
     }
     return keys;
@@ -412,12 +439,12 @@ void FlexGrid::setSort(int how) {
     });
     // The rows move, their texts and colours with them: nothing is copied.
     // Row heights are no part of the cells: they stay with the row numbers.
-    std::vector<RowCells> sorted;
+    std::vector<GridRow> sorted;
     sorted.reserve(order.size());
     for (int r : order) {
-        sorted.push_back(std::move(cells_[static_cast<std::size_t>(r)]));
+        sorted.push_back(std::move(rowsHeld_[static_cast<std::size_t>(r)]));
     }
-    std::move(sorted.begin(), sorted.end(), cells_.begin() + first);
+    std::move(sorted.begin(), sorted.end(), rowsHeld_.begin() + first);
 }
 
 void FlexGrid::AddItem(std::string_view item, int index) {
@@ -425,18 +452,18 @@ void FlexGrid::AddItem(std::string_view item, int index) {
         throw errors::invalidRow();
     }
     int at = index == -1 ? rows_ : index;
-    RowCells row(static_cast<std::size_t>(cols_));
+    GridRow row(static_cast<std::size_t>(cols_));
     std::size_t start = 0;
     for (int c = 0; c < cols_ && start <= item.size(); ++c) {
         std::size_t tab = item.find('\t', start);
         std::size_t end = tab == std::string_view::npos ? item.size() : tab;
-        row[c].text = item.substr(start, end - start);
+        row.texts[static_cast<std::size_t>(c)] = item.substr(start, end - start);
         if (tab == std::string_view::npos) {
             break;
         }
         start = tab + 1;
     }
-    cells_.insert(cells_.begin() + at, std::move(row));
+    rowsHeld_.insert(rowsHeld_.begin() + at, std::move(row));
     rowHeights_.insert(rowHeights_.begin() + at, newRowHeight());
     ++rows_;
     normalizeScroll();
@@ -450,7 +477,7 @@ void FlexGrid::RemoveItem(int index) {
     if (rows_ - fixedRows_ <= 1) {
         throw errors::lastNonFixedRow();
     }
-    cells_.erase(cells_.begin() + index);
+    rowsHeld_.erase(rowsHeld_.begin() + index);
     rowHeights_.erase(rowHeights_.begin() + index);
     --rows_;
     normalizeScroll();
@@ -460,10 +487,8 @@ void FlexGrid::RemoveItem(int index) {
 }
 
 void FlexGrid::Clear() {
-    for (RowCells &row : cells_) {
-        for (Cell &c : row) {
-            c = Cell{};
-        }
+    for (GridRow &row : rowsHeld_) {
+        row.clear();
     }
 }
 

@@ -182,20 +182,31 @@ protected:
 
 private:
     friend class Input;
-    struct Cell {
-        std::string text;
+    /// The colours set on one cell; a cell never coloured reads the grid's.
+    struct CellColours {
         Color foreColor = 0;
         Color backColor = 0;
         bool hasForeColor = false;
         bool hasBackColor = false;
     };
+    /// One row: the texts of its Cols cells, and their colours once any of
+    /// them is coloured. Rows are held apart, so that adding a row or sorting
+    /// moves rows as a whole and never copies a cell; most rows are never
+    /// coloured and so carry no colours at all.
+    struct GridRow {
+        std::vector<std::string> texts;
+        std::vector<CellColours> colours; // empty, or one per cell
 
-    /// The cells of one row. Rows are held apart, so that adding a row or
-    /// sorting moves rows as a whole and never copies or reallocates a cell.
-    using RowCells = std::vector<Cell>;
+        explicit GridRow(std::size_t cols) : texts(cols) {}
+        void resize(std::size_t cols);
+        void clear();
+    };
 
-    Cell &cell(int row, int col);
-    const Cell &cell(int row, int col) const;
+    std::string &text(int row, int col);
+    const std::string &text(int row, int col) const;
+    CellColours &colours(int row, int col);
+    /// The cell's colours, or nullptr when the row has none set.
+    const CellColours *coloursOf(int row, int col) const;
     void checkRow(int row) const;
     void checkCol(int col) const;
     void moveTo(int row, int col, int rowSel, int colSel);
@@ -243,7 +254,7 @@ private:
     Color backColorSel_ = vbHighlight;
     Color foreColorFixed_ = vbButtonText;
     Color backColorFixed_ = vbButtonFace;
-    std::vector<RowCells> cells_; // one entry per row, Cols cells each
+    std::vector<GridRow> rowsHeld_; // one per row, fixed rows included
     std::vector<int> colWidths_;
     std::vector<int> colAlignments_;
     int rowHeightMin_ = 0;
