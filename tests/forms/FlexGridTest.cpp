@@ -96,9 +96,16 @@ TEST_F(FlexGridTest, ResizingKeepsTheCellsThatStayAndEmptiesTheOnesRegrown) {
     EXPECT_EQ(grid.foreColorAt(3, 1), vbWindowText);
     EXPECT_EQ(grid.TextMatrix(3, 2), "");
 
+    grid.AddItem("0\tZ", 1); // rows inserted and removed above take no colour along
+    EXPECT_EQ(grid.foreColorAt(3, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbWindowText);
+    grid.RemoveItem(2);
+    EXPECT_EQ(grid.foreColorAt(2, 1), vbRed);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "B");
+
     grid.setCols(1); // columns cut and grown again are empty too
     grid.setCols(3);
-    EXPECT_EQ(column(0), (std::vector<std::string>{"1", "2", "", ""}));
+    EXPECT_EQ(column(0), (std::vector<std::string>{"0", "2", "", ""}));
     EXPECT_EQ(column(1), (std::vector<std::string>{"", "", "", ""}));
     EXPECT_EQ(grid.foreColorAt(2, 1), vbWindowText);
     EXPECT_EQ(grid.TextMatrix(1, 2), "");
