@@ -366,8 +366,8 @@ int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromC
         return cmp;
     }
     for (int c = fromCol; c <= toCol; ++c) {
-        const std::string &x = text(a, c);
-        const std::string &y = text(b, c);
+        const std::string_view x = keys.text(a, c);
+        const std::string_view y = keys.text(b, c);
         const NumberKey &nx = keys.at(a, c);
         const NumberKey &ny = keys.at(b, c);
         int cmp = 0;
@@ -398,20 +398,27 @@ int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromC
 
 FlexGrid::SortKeys FlexGrid::sortKeys(int how, int first, int last, int fromCol,
                                       int toCol) const {
-    SortKeys keys{first, fromCol, toCol - fromCol + 1, {}};
+    SortKeys keys{first, fromCol, toCol - fromCol + 1, {}, {}};
+    if (how == flexSortCustom) {
+        return keys; // the handler reads the cells itself
+    }
+    const std::size_t count = static_cast<std::size_t>(last - first + 1) * keys.cols;
+    keys.texts.reserve(count);
+    for (int r = first; r <= last; ++r) {
+        for (int c = fromCol; c <= toCol; ++c) {
+            keys.texts.push_back(text(r, c));
+        }
+    }
     const bool generic = how == flexSortGenericAscending || how == flexSortGenericDescending;
     const bool numeric = how == flexSortNumericAscending || how == flexSortNumericDescending;
     if (!generic && !numeric) {
         return keys;
     }
     // Each cell is read as a number once, not at every comparison of a sort.
-    keys.numbers.reserve(static_cast<std::size_t>(last - first + 1) * keys.cols);
-    for (int r = first; r <= last; ++r) {
-        for (int c = fromCol; c <= toCol; ++c) {
-            const std::string &cellText = text(r, c);
-            const bool isNumber = !generic || vb::IsNumeric(cellText);
-            keys.numbers.push_back({isNumber, isNumber ? vb::Val(cellText) : 0.0});
-        }
+    keys.numbers.reserve(count);
+    for (std::string_view cellText : keys.texts) {
+        const bool isNumber = !generic || vb::IsNumeric(cellText);
+        keys.numbers.push_back({isNumber, isNumber ? vb::Val(cellText) : 0.0});
     }
     return keys;
 }
@@ -439,12 +446,30 @@ void FlexGrid::setSort(int how) {
     });
     // The rows move, their texts and colours with them: nothing is copied.
     // Row heights are no part of the cells: they stay with the row numbers.
-    std::vector<GridRow> sorted;
-    sorted.reserve(order.size());
-    for (int r : order) {
-        sorted.push_back(std::move(rowsHeld_[static_cast<std::size_t>(r)]));
+    placeInOrder(first, order);
+}
+
+// Row first + i takes the row that stood at order[i], one cycle of the
+// permutation at a time, so that only one row is ever held aside.
+void FlexGrid::placeInOrder(int first, const std::vector<int> &order) {
+    std::vector<bool> placed(order.size(), false);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (placed[i]) {
+            continue;
+        }
+        GridRow held = std::move(rowsHeld_[first + i]);
+        std::size_t at = i;
+        for (;;) {
+            placed[at] = true;
+            const auto from = static_cast<std::size_t>(order[at] - first);
+            if (from == i) {
+                rowsHeld_[first + at] = std::move(held);
+                break;
+            }
+            rowsHeld_[first + at] = std::move(rowsHeld_[first + from]);
+            at = from;
+        }
     }
-    std::move(sorted.begin(), sorted.end(), rowsHeld_.begin() + first);
 }
 
 void FlexGrid::AddItem(std::string_view item, int index) {

@@ -222,20 +222,26 @@ private:
         bool numeric;
         double value;
     };
+    /// The key cells of the rows being sorted, side by side: a comparison
+    /// reads them here instead of reaching into each row.
     struct SortKeys {
         int firstRow;
         int fromCol;
         int cols;
-        std::vector<NumberKey> numbers; // empty for the text sorts
+        std::vector<std::string_view> texts; // empty for the custom sort
+        std::vector<NumberKey> numbers;      // empty for the text sorts
+        std::size_t slot(int row, int col) const {
+            return static_cast<std::size_t>(row - firstRow) * cols + (col - fromCol);
+        }
         const NumberKey &at(int row, int col) const {
             static constexpr NumberKey none{false, 0.0};
-            return numbers.empty()
-                       ? none
-                       : numbers[static_cast<std::size_t>(row - firstRow) * cols + (col - fromCol)];
+            return numbers.empty() ? none : numbers[slot(row, col)];
         }
+        std::string_view text(int row, int col) const { return texts[slot(row, col)]; }
     };
     SortKeys sortKeys(int how, int first, int last, int fromCol, int toCol) const;
     int compareRows(int how, const SortKeys &keys, int a, int b, int fromCol, int toCol);
+    void placeInOrder(int first, const std::vector<int> &order);
 
     int rows_ = 2;
     int cols_ = 2;

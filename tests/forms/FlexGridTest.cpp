@@ -237,6 +237,24 @@ TEST_F(FlexGridTest, SortedRowsTakeTheirColoursAlongAndTheRestStay) {
     EXPECT_EQ(grid.foreColorAt(2, 2), vbRed);
 }
 
+// Orders that move every row at once: one long rotation, then a reversal in
+// pairs; each row's other cells and colour arrive with its key.
+TEST_F(FlexGridTest, SortMovesWholeRowsWhateverTheOrder) {
+    fill(2, {"b\t2", "c\t3", "d\t4", "e\t5", "f\t6", "a\t1"});
+    grid.setRow(6);
+    grid.setCol(1);
+    grid.setCellForeColor(vbRed); // the "a" row
+    sortOn(0, flexSortStringNoCaseAscending);
+    EXPECT_EQ(column(0), (std::vector<std::string>{"a", "b", "c", "d", "e", "f"}));
+    EXPECT_EQ(column(1), (std::vector<std::string>{"1", "2", "3", "4", "5", "6"}));
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(6, 1), vbWindowText);
+    sortOn(1, flexSortNumericDescending);
+    EXPECT_EQ(column(0), (std::vector<std::string>{"f", "e", "d", "c", "b", "a"}));
+    EXPECT_EQ(grid.foreColorAt(6, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbWindowText);
+}
+
 TEST_F(FlexGridTest, SortRaisesNoEventAndKeepsTheCurrentCell) {
     fill(1, {"b", "a"});
     grid.setRow(2);
