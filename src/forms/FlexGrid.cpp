@@ -55,18 +55,45 @@ FlexGrid::FlexGrid(Container &container, std::string_view name, int index)
 }
 
 void FlexGrid::initCells() {
-    cells_.assign(static_cast<std::size_t>(rows_) * cols_, Cell{});
+    rowsHeld_.assign(static_cast<std::size_t>(rows_), GridRow(static_cast<std::size_t>(cols_)));
     colWidths_.assign(cols_, defaultColWidth);
     colAlignments_.assign(cols_, flexAlignGeneral);
     rowHeights_.assign(rows_, newRowHeight());
 }
 
-FlexGrid::Cell &FlexGrid::cell(int row, int col) {
-    return cells_[static_cast<std::size_t>(row) * cols_ + col];
+void FlexGrid::GridRow::resize(std::size_t cols) {
+    texts.resize(cols);
+    if (!colours.empty()) {
+        colours.resize(cols);
+    }
 }
 
-const FlexGrid::Cell &FlexGrid::cell(int row, int col) const {
-    return cells_[static_cast<std::size_t>(row) * cols_ + col];
+void FlexGrid::GridRow::clear() {
+    for (std::string &t : texts) {
+        t.clear();
+    }
+    colours.clear();
+}
+
+std::string &FlexGrid::text(int row, int col) {
+    return rowsHeld_[static_cast<std::size_t>(row)].texts[static_cast<std::size_t>(col)];
+}
+
+const std::string &FlexGrid::text(int row, int col) const {
+    return rowsHeld_[static_cast<std::size_t>(row)].texts[static_cast<std::size_t>(col)];
+}
+
+FlexGrid::CellColours &FlexGrid::colours(int row, int col) {
+    GridRow &r = rowsHeld_[static_cast<std::size_t>(row)];
+    if (r.colours.empty()) {
+        r.colours.resize(r.texts.size());
+    }
+    return r.colours[static_cast<std::size_t>(col)];
+}
+
+const FlexGrid::CellColours *FlexGrid::coloursOf(int row, int col) const {
+    const GridRow &r = rowsHeld_[static_cast<std::size_t>(row)];
+    return r.colours.empty() ? nullptr : &r.colours[static_cast<std::size_t>(col)];
 }
 
 void FlexGrid::checkRow(int row) const {
@@ -82,20 +109,19 @@ void FlexGrid::checkCol(int col) const {
 }
 
 void FlexGrid::resize(int rows, int cols) {
-    if (cols == cols_) {
-        // Rows alone change as a grid is filled row by row: cells stay in place.
-        cells_.resize(static_cast<std::size_t>(rows) * cols);
-        rows_ = rows;
-        rowHeights_.resize(rows, newRowHeight());
-        return;
+    // A grid filled row by row grows one row at a time: the rows held move as
+    // a whole when the list of rows grows, their cells stay where they are.
+    if (rows < rows_) {
+        rowsHeld_.erase(rowsHeld_.begin() + rows, rowsHeld_.end());
     }
-    std::vector<Cell> next(static_cast<std::size_t>(rows) * cols);
-    for (int r = 0; r < std::min(rows, rows_); ++r) {
-        for (int c = 0; c < std::min(cols, cols_); ++c) {
-            next[static_cast<std::size_t>(r) * cols + c] = std::move(cell(r, c));
+    while (static_cast<int>(rowsHeld_.size()) < rows) {
+        rowsHeld_.emplace_back(static_cast<std::size_t>(cols));
+    }
+    if (cols != cols_) {
+        for (GridRow &row : rowsHeld_) {
+            row.resize(static_cast<std::size_t>(cols));
         }
     }
-    cells_ = std::move(next);
     rows_ = rows;
     cols_ = cols;
     colWidths_.resize(cols, defaultColWidth);
@@ -224,27 +250,27 @@ void FlexGrid::setLeftCol(int col) {
 std::string FlexGrid::TextMatrix(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    return cell(row, col).text;
+    return text(row, col);
 }
 
 void FlexGrid::setTextMatrix(int row, int col, std::string_view text) {
     checkRow(row);
     checkCol(col);
-    cell(row, col).text = text;
+    this->text(row, col) = text;
 }
 
 std::string FlexGrid::TextArray(int index) const {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    return cells_[index].text;
+    return text(index / cols_, index % cols_);
 }
 
 void FlexGrid::setTextArray(int index, std::string_view text) {
     if (index < 0 || index >= rows_ * cols_) {
         throw errors::invalidArrayIndex();
     }
-    cells_[index].text = text;
+    this->text(index / cols_, index % cols_) = text;
 }
 
 int FlexGrid::ColWidth(int col) const {
@@ -301,23 +327,24 @@ void FlexGrid::setColAlignment(int col, int alignment) {
 void FlexGrid::setCellForeColor(Color c) {
     checkRow(row_);
     checkCol(col_);
-    cell(row_, col_).foreColor = c;
-    cell(row_, col_).hasForeColor = true;
+    CellColours &colour = colours(row_, col_);
+    colour.foreColor = c;
+    colour.hasForeColor = true;
 }
 
 void FlexGrid::setCellBackColor(Color c) {
     checkRow(row_);
     checkCol(col_);
-    cell(row_, col_).backColor = c;
-    cell(row_, col_).hasBackColor = true;
+    CellColours &colour = colours(row_, col_);
+    colour.backColor = c;
+    colour.hasBackColor = true;
 }
 
 Color FlexGrid::foreColorAt(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    const Cell &c = cell(row, col);
-    if (c.hasForeColor) {
-        return c.foreColor;
+    if (const CellColours *c = coloursOf(row, col); c && c->hasForeColor) {
+        return c->foreColor;
     }
     return row < fixedRows_ || col < fixedCols_ ? foreColorFixed_ : ForeColor();
 }
@@ -325,9 +352,8 @@ Color FlexGrid::foreColorAt(int row, int col) const {
 Color FlexGrid::backColorAt(int row, int col) const {
     checkRow(row);
     checkCol(col);
-    const Cell &c = cell(row, col);
-    if (c.hasBackColor) {
-        return c.backColor;
+    if (const CellColours *c = coloursOf(row, col); c && c->hasBackColor) {
+        return c->backColor;
     }
     return row < fixedRows_ || col < fixedCols_ ? backColorFixed_ : BackColor();
 }
@@ -340,8 +366,8 @@ int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromC
         return cmp;
     }
     for (int c = fromCol; c <= toCol; ++c) {
-        const std::string &x = cell(a, c).text;
-        const std::string &y = cell(b, c).text;
+        const std::string_view x = keys.text(a, c);
+        const std::string_view y = keys.text(b, c);
         const NumberKey &nx = keys.at(a, c);
         const NumberKey &ny = keys.at(b, c);
         int cmp = 0;
@@ -372,20 +398,27 @@ int FlexGrid::compareRows(int how, const SortKeys &keys, int a, int b, int fromC
 
 FlexGrid::SortKeys FlexGrid::sortKeys(int how, int first, int last, int fromCol,
                                       int toCol) const {
-    SortKeys keys{first, fromCol, toCol - fromCol + 1, {}};
+    SortKeys keys{first, fromCol, toCol - fromCol + 1, {}, {}};
+    if (how == flexSortCustom) {
+        return keys; // the handler reads the cells itself
+    }
+    const std::size_t count = static_cast<std::size_t>(last - first + 1) * keys.cols;
+    keys.texts.reserve(count);
+    for (int r = first; r <= last; ++r) {
+        for (int c = fromCol; c <= toCol; ++c) {
+            keys.texts.push_back(text(r, c));
+        }
+    }
     const bool generic = how == flexSortGenericAscending || how == flexSortGenericDescending;
     const bool numeric = how == flexSortNumericAscending || how == flexSortNumericDescending;
     if (!generic && !numeric) {
         return keys;
     }
     // Each cell is read as a number once, not at every comparison of a sort.
-    keys.numbers.reserve(static_cast<std::size_t>(last - first + 1) * keys.cols);
-    for (int r = first; r <= last; ++r) {
-        for (int c = fromCol; c <= toCol; ++c) {
-            const std::string &text = cell(r, c).text;
-            const bool isNumber = !generic || vb::IsNumeric(text);
-            keys.numbers.push_back({isNumber, isNumber ? vb::Val(text) : 0.0});
-        }
+    keys.numbers.reserve(count);
+    for (std::string_view cellText : keys.texts) {
+        const bool isNumber = !generic || vb::IsNumeric(cellText);
+        keys.numbers.push_back({isNumber, isNumber ? vb::Val(cellText) : 0.0});
     }
     return keys;
 }
@@ -412,15 +445,31 @@ void FlexGrid::setSort(int how) {
         return compareRows(how, keys, a, b, fromCol, toCol) < 0;
     });
     // The rows move, their texts and colours with them: nothing is copied.
-    std::vector<Cell> sorted;
-    sorted.reserve(order.size() * static_cast<std::size_t>(cols_));
-    for (int r : order) {
-        for (int c = 0; c < cols_; ++c) {
-            sorted.push_back(std::move(cell(r, c)));
+    // Row heights are no part of the cells: they stay with the row numbers.
+    placeInOrder(first, order);
+}
+
+// Row first + i takes the row that stood at order[i], one cycle of the
+// permutation at a time, so that only one row is ever held aside.
+void FlexGrid::placeInOrder(int first, const std::vector<int> &order) {
+    std::vector<bool> placed(order.size(), false);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (placed[i]) {
+            continue;
+        }
+        GridRow held = std::move(rowsHeld_[first + i]);
+        std::size_t at = i;
+        for (;;) {
+            placed[at] = true;
+            const auto from = static_cast<std::size_t>(order[at] - first);
+            if (from == i) {
+                rowsHeld_[first + at] = std::move(held);
+                break;
+            }
+            rowsHeld_[first + at] = std::move(rowsHeld_[first + from]);
+            at = from;
         }
     }
-    std::move(sorted.begin(), sorted.end(),
-              cells_.begin() + static_cast<std::ptrdiff_t>(first) * cols_);
 }
 
 void FlexGrid::AddItem(std::string_view item, int index) {
@@ -428,19 +477,18 @@ void FlexGrid::AddItem(std::string_view item, int index) {
         throw errors::invalidRow();
     }
     int at = index == -1 ? rows_ : index;
-    std::vector<Cell> row(static_cast<std::size_t>(cols_));
+    GridRow row(static_cast<std::size_t>(cols_));
     std::size_t start = 0;
     for (int c = 0; c < cols_ && start <= item.size(); ++c) {
         std::size_t tab = item.find('\t', start);
         std::size_t end = tab == std::string_view::npos ? item.size() : tab;
-        row[c].text = item.substr(start, end - start);
+        row.texts[static_cast<std::size_t>(c)] = item.substr(start, end - start);
         if (tab == std::string_view::npos) {
             break;
         }
         start = tab + 1;
     }
-    cells_.insert(cells_.begin() + static_cast<std::ptrdiff_t>(at) * cols_,
-                  std::make_move_iterator(row.begin()), std::make_move_iterator(row.end()));
+    rowsHeld_.insert(rowsHeld_.begin() + at, std::move(row));
     rowHeights_.insert(rowHeights_.begin() + at, newRowHeight());
     ++rows_;
     normalizeScroll();
@@ -454,8 +502,7 @@ void FlexGrid::RemoveItem(int index) {
     if (rows_ - fixedRows_ <= 1) {
         throw errors::lastNonFixedRow();
     }
-    cells_.erase(cells_.begin() + static_cast<std::ptrdiff_t>(index) * cols_,
-                 cells_.begin() + static_cast<std::ptrdiff_t>(index + 1) * cols_);
+    rowsHeld_.erase(rowsHeld_.begin() + index);
     rowHeights_.erase(rowHeights_.begin() + index);
     --rows_;
     normalizeScroll();
@@ -465,8 +512,8 @@ void FlexGrid::RemoveItem(int index) {
 }
 
 void FlexGrid::Clear() {
-    for (Cell &c : cells_) {
-        c = Cell{};
+    for (GridRow &row : rowsHeld_) {
+        row.clear();
     }
 }
 

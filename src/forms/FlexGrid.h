@@ -182,16 +182,31 @@ protected:
 
 private:
     friend class Input;
-    struct Cell {
-        std::string text;
+    /// The colours set on one cell; a cell never coloured reads the grid's.
+    struct CellColours {
         Color foreColor = 0;
         Color backColor = 0;
         bool hasForeColor = false;
         bool hasBackColor = false;
     };
+    /// One row: the texts of its Cols cells, and their colours once any of
+    /// them is coloured. Rows are held apart, so that adding a row or sorting
+    /// moves rows as a whole and never copies a cell; most rows are never
+    /// coloured and so carry no colours at all.
+    struct GridRow {
+        std::vector<std::string> texts;
+        std::vector<CellColours> colours; // empty, or one per cell
 
-    Cell &cell(int row, int col);
-    const Cell &cell(int row, int col) const;
+        explicit GridRow(std::size_t cols) : texts(cols) {}
+        void resize(std::size_t cols);
+        void clear();
+    };
+
+    std::string &text(int row, int col);
+    const std::string &text(int row, int col) const;
+    CellColours &colours(int row, int col);
+    /// The cell's colours, or nullptr when the row has none set.
+    const CellColours *coloursOf(int row, int col) const;
     void checkRow(int row) const;
     void checkCol(int col) const;
     void moveTo(int row, int col, int rowSel, int colSel);
@@ -207,20 +222,26 @@ private:
         bool numeric;
         double value;
     };
+    /// The key cells of the rows being sorted, side by side: a comparison
+    /// reads them here instead of reaching into each row.
     struct SortKeys {
         int firstRow;
         int fromCol;
         int cols;
-        std::vector<NumberKey> numbers; // empty for the text sorts
+        std::vector<std::string_view> texts; // empty for the custom sort
+        std::vector<NumberKey> numbers;      // empty for the text sorts
+        std::size_t slot(int row, int col) const {
+            return static_cast<std::size_t>(row - firstRow) * cols + (col - fromCol);
+        }
         const NumberKey &at(int row, int col) const {
             static constexpr NumberKey none{false, 0.0};
-            return numbers.empty()
-                       ? none
-                       : numbers[static_cast<std::size_t>(row - firstRow) * cols + (col - fromCol)];
+            return numbers.empty() ? none : numbers[slot(row, col)];
         }
+        std::string_view text(int row, int col) const { return texts[slot(row, col)]; }
     };
     SortKeys sortKeys(int how, int first, int last, int fromCol, int toCol) const;
     int compareRows(int how, const SortKeys &keys, int a, int b, int fromCol, int toCol);
+    void placeInOrder(int first, const std::vector<int> &order);
 
     int rows_ = 2;
     int cols_ = 2;
@@ -239,7 +260,7 @@ private:
     Color backColorSel_ = vbHighlight;
     Color foreColorFixed_ = vbButtonText;
     Color backColorFixed_ = vbButtonFace;
-    std::vector<Cell> cells_; // row by row
+    std::vector<GridRow> rowsHeld_; // one per row, fixed rows included
     std::vector<int> colWidths_;
     std::vector<int> colAlignments_;
     int rowHeightMin_ = 0;

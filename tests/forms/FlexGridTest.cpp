@@ -69,6 +69,48 @@ TEST_F(FlexGridTest, AddItemSplitsAtTabsAndInsertsAtAnIndex) {
     EXPECT_EQ(grid.TextArray(1 * 3 + 1), "Z");
 }
 
+// The register fills its grid by growing it a row and a column at a time;
+// cells already set keep their text and colour through every resize, and
+// rows or columns cut off and grown again come back empty.
+TEST_F(FlexGridTest, ResizingKeepsTheCellsThatStayAndEmptiesTheOnesRegrown) {
+    fill(2, {"1\tA", "2\tB", "3\tC"});
+    grid.setRow(2);
+    grid.setCol(1);
+    grid.setCellForeColor(vbRed);
+    grid.setRow(3);
+    grid.setCellForeColor(vbBlue);
+    grid.setRow(1);
+
+    grid.setCols(3); // a column more: cells keep their rows
+    grid.setTextMatrix(3, 2, "c3");
+    EXPECT_EQ(column(1), (std::vector<std::string>{"A", "B", "C"}));
+    EXPECT_EQ(grid.foreColorAt(2, 1), vbRed);
+    EXPECT_EQ(grid.TextArray(3 * 3 + 2), "c3");
+    EXPECT_EQ(grid.TextArray(2 * 3 + 1), "B");
+    grid.setTextArray(1 * 3 + 2, "c1");
+    EXPECT_EQ(grid.TextMatrix(1, 2), "c1");
+
+    grid.setRows(3); // the last row goes, colour and all
+    grid.setRows(5);
+    EXPECT_EQ(column(1), (std::vector<std::string>{"A", "B", "", ""}));
+    EXPECT_EQ(grid.foreColorAt(3, 1), vbWindowText);
+    EXPECT_EQ(grid.TextMatrix(3, 2), "");
+
+    grid.AddItem("0\tZ", 1); // rows inserted and removed above take no colour along
+    EXPECT_EQ(grid.foreColorAt(3, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbWindowText);
+    grid.RemoveItem(2);
+    EXPECT_EQ(grid.foreColorAt(2, 1), vbRed);
+    EXPECT_EQ(grid.TextMatrix(2, 1), "B");
+
+    grid.setCols(1); // columns cut and grown again are empty too
+    grid.setCols(3);
+    EXPECT_EQ(column(0), (std::vector<std::string>{"0", "2", "", ""}));
+    EXPECT_EQ(column(1), (std::vector<std::string>{"", "", "", ""}));
+    EXPECT_EQ(grid.foreColorAt(2, 1), vbWindowText);
+    EXPECT_EQ(grid.TextMatrix(1, 2), "");
+}
+
 TEST_F(FlexGridTest, RemoveItemKeepsTheLastNonFixedRow) {
     fill(2, {"1\tA", "2\tB"});
     grid.setRow(2);
@@ -193,6 +235,24 @@ TEST_F(FlexGridTest, SortedRowsTakeTheirColoursAlongAndTheRestStay) {
     EXPECT_EQ(column(2),
               (std::vector<std::string>{"first", "red", "plain", "last kept", "last"}));
     EXPECT_EQ(grid.foreColorAt(2, 2), vbRed);
+}
+
+// Orders that move every row at once: one long rotation, then a reversal in
+// pairs; each row's other cells and colour arrive with its key.
+TEST_F(FlexGridTest, SortMovesWholeRowsWhateverTheOrder) {
+    fill(2, {"b\t2", "c\t3", "d\t4", "e\t5", "f\t6", "a\t1"});
+    grid.setRow(6);
+    grid.setCol(1);
+    grid.setCellForeColor(vbRed); // the "a" row
+    sortOn(0, flexSortStringNoCaseAscending);
+    EXPECT_EQ(column(0), (std::vector<std::string>{"a", "b", "c", "d", "e", "f"}));
+    EXPECT_EQ(column(1), (std::vector<std::string>{"1", "2", "3", "4", "5", "6"}));
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(6, 1), vbWindowText);
+    sortOn(1, flexSortNumericDescending);
+    EXPECT_EQ(column(0), (std::vector<std::string>{"f", "e", "d", "c", "b", "a"}));
+    EXPECT_EQ(grid.foreColorAt(6, 1), vbRed);
+    EXPECT_EQ(grid.foreColorAt(1, 1), vbWindowText);
 }
 
 TEST_F(FlexGridTest, SortRaisesNoEventAndKeepsTheCurrentCell) {
