@@ -60,10 +60,20 @@ bool changesRows(std::string_view sql) {
            word.rfind("delete", 0) == 0 || word.rfind("replace", 0) == 0;
 }
 
+// Statements kept for the next call with the same text: more than the
+// module's forms send in turn, few enough that an idle one holds little.
+constexpr std::size_t statementsKept = 64;
+
+// What SQLite leaves after the last statement of a text: blanks and semicolons.
+bool nothingLeft(std::string_view rest) {
+    return rest.find_first_not_of(" \t\r\n;") == std::string_view::npos;
+}
+
 } // namespace
 
 SqliteProvider::SqliteProvider(std::string_view path, Database::Mode mode)
-    : db_(std::make_shared<Database>(path, mode)) {}
+    : db_(std::make_shared<Database>(path, mode)),
+      statements_(std::make_shared<StatementCache>(statementsKept)) {}
 
 const Catalog &SqliteProvider::catalog() {
     if (!schemaVersionQuery_)
@@ -76,6 +86,7 @@ const Catalog &SqliteProvider::catalog() {
         catalog_ = readCatalog(*db_);
         lastInsert_ = nullptr;
         writes_.clear();
+        statements_->clear();
         schemaVersion_ = version;
     }
     return catalog_;
@@ -92,8 +103,11 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     Database::TimeLimit limit(*db_, timeout_);
     db_->awaitCommitted(sql);
-    std::string_view rest = t.sql;
-    auto statement = NativeStatement::prepareFirst(*db_, rest, sql);
+    std::optional<SqliteCursor::Return> giveBack;
+    std::string_view rest;
+    auto statement = statementOf(t, sql, rest, giveBack);
+    if (!statement)
+        throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     if (statement->columnCount() == 0) {
         // A statement that returns no rows runs at once; the recordset stays closed.
         while (statement->step()) {
@@ -101,7 +115,7 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
         log.rows = changesRows(statement->sql()) ? static_cast<long>(db_->changes()) : 0;
         log.rowsMeaning = "changed";
     }
-    return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
+    return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_, std::move(giveBack));
 }
 
 std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rowsAffected,
@@ -112,20 +126,54 @@ std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rows
         throw severalStatements(sql);
     Database::TimeLimit limit(*db_, timeout_);
     db_->awaitCommitted(sql);
-    std::string_view rest = t.sql;
     rowsAffected = 0;
-    while (auto statement = NativeStatement::prepareFirst(*db_, rest, sql)) {
-        if (t.statements == 1 && statement->columnCount() > 0) {
+    // Runs one statement; a select alone in the text becomes the cursor returned.
+    auto run = [&](NativeStatement &statement,
+                   std::optional<SqliteCursor::Return> giveBack) -> std::unique_ptr<Cursor> {
+        if (t.statements == 1 && statement.columnCount() > 0) {
             log.rowsMeaning = "read";
-            return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
+            return std::make_unique<SqliteCursor>(std::move(statement), t, timeout_,
+                                                  std::move(giveBack));
         }
-        while (statement->step()) {
+        while (statement.step()) {
         }
-        if (changesRows(statement->sql()))
+        if (changesRows(statement.sql()))
             rowsAffected += static_cast<long>(db_->changes());
+        if (giveBack)
+            statements_->give(giveBack->sql, std::move(statement), giveBack->generation);
+        return nullptr;
+    };
+    std::string_view rest = t.sql;
+    if (t.statements == 1) {
+        std::optional<SqliteCursor::Return> giveBack;
+        if (auto statement = statementOf(t, sql, rest, giveBack))
+            if (auto cursor = run(*statement, std::move(giveBack)))
+                return cursor;
     }
+    while (auto statement = NativeStatement::prepareFirst(*db_, rest, sql))
+        if (auto cursor = run(*statement, std::nullopt))
+            return cursor;
     log.rows = rowsAffected;
     return nullptr;
+}
+
+std::optional<NativeStatement>
+SqliteProvider::statementOf(const sql::Translation &t, std::string_view quotedAs,
+                            std::string_view &rest, std::optional<SqliteCursor::Return> &giveBack) {
+    auto keep = [&] {
+        rest = {};
+        giveBack = SqliteCursor::Return{statements_, t.sql, statements_->generation()};
+    };
+    if (auto kept = statements_->take(t.sql)) {
+        kept->quoteAs(std::string(quotedAs));
+        keep();
+        return kept;
+    }
+    rest = t.sql;
+    auto statement = NativeStatement::prepareFirst(*db_, rest, quotedAs);
+    if (statement && nothingLeft(rest))
+        keep();
+    return statement;
 }
 
 SqliteProvider::Prepared &SqliteProvider::prepared(const std::string &key, const std::string &sql,
