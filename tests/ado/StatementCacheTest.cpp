@@ -94,6 +94,19 @@ TEST(StatementCacheTest, ATableDroppedAndMadeAgainIsReadAsItIsNow) {
     EXPECT_EQ(rs.Fields().Count(), 2);
 }
 
+TEST(StatementCacheTest, ATextIsTranslatedAgainForTheColumnsATableHasNow) {
+    TempDatabase db;
+    auto c = db.connect();
+    const std::string sum = "select a + b from pair";
+    c.Execute("create table pair (a varchar(5), b varchar(5))");
+    c.Execute("insert into pair (a, b) values ('1', '2')");
+    EXPECT_EQ(column(c, sum), "12"); // + joins text
+    c.Execute("drop table pair");
+    c.Execute("create table pair (a int, b int)");
+    c.Execute("insert into pair (a, b) values (1, 2)");
+    EXPECT_EQ(column(c, sum), "3"); // and adds numbers
+}
+
 TEST(StatementCacheTest, AFailedStatementLeavesTheTextUsable) {
     TempDatabase db;
     auto c = db.connect();

@@ -63,6 +63,9 @@ bool changesRows(std::string_view sql) {
 // Statements kept for the next call with the same text: more than the
 // module's forms send in turn, few enough that an idle one holds little.
 constexpr std::size_t statementsKept = 64;
+// Translations kept: the module's forms send a few dozen texts again and
+// again; texts built with values in them come once each and must not pile up.
+constexpr std::size_t translationsKept = 256;
 
 // What SQLite leaves after the last statement of a text: blanks and semicolons.
 bool nothingLeft(std::string_view rest) {
@@ -87,14 +90,27 @@ const Catalog &SqliteProvider::catalog() {
         lastInsert_ = nullptr;
         writes_.clear();
         statements_->clear();
+        translations_.clear();
         schemaVersion_ = version;
     }
     return catalog_;
 }
 
+const Translation &SqliteProvider::translated(std::string_view sql, bool updatable) {
+    const Catalog &c = catalog(); // may forget every translation: look up afterwards
+    std::string key = (updatable ? "u" : "r") + std::string(sql);
+    if (auto it = translations_.find(key); it != translations_.end())
+        return it->second;
+    Translation t = translate(sql, c, {updatable});
+    if (translations_.size() >= translationsKept)
+        translations_
+            .clear(); // cheaper than tracking use, and the texts that repeat come back at once
+    return translations_.emplace(std::move(key), std::move(t)).first->second;
+}
+
 std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatable,
                                              StatementLog &log) {
-    Translation t = translate(sql, catalog(), {updatable});
+    const Translation &t = translated(sql, updatable);
     log.translated = t.sql;
     log.rowsMeaning = "read";
     if (t.statements > 1)
@@ -120,7 +136,7 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
 
 std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rowsAffected,
                                                 StatementLog &log) {
-    Translation t = translate(sql, catalog());
+    const Translation &t = translated(sql, false);
     log.translated = t.sql;
     if (t.statements > 1)
         throw severalStatements(sql);

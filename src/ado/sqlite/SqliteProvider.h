@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace ado::sqlite {
 
@@ -64,6 +65,9 @@ private:
     Prepared &prepared(const std::string &key, const std::string &sql, std::string_view table,
                        const std::vector<ColumnValue> &values);
     void bindValues(Prepared &p, const std::vector<ColumnValue> &values);
+    /// The module's text translated against the catalog as it is now, kept
+    /// for the next time the same text comes while the schema stays as it is.
+    const sql::Translation &translated(std::string_view sql, bool updatable);
     /// The first statement of a translation: kept, or prepared now, with
     /// `rest` moved past it. `giveBack` says where it goes when done; it is
     /// left unset where more text follows, since such text is not kept.
@@ -77,6 +81,7 @@ private:
     std::unique_ptr<NativeStatement> schemaVersionQuery_;
     std::map<std::string, Prepared> writes_;
     std::shared_ptr<StatementCache> statements_;
+    std::unordered_map<std::string, sql::Translation> translations_; // by "u"/"r" and the text
     Prepared *lastInsert_ = nullptr; // a save adds rows of one shape: no lookup for the next
 
     int timeout_ = 30;
