@@ -46,9 +46,9 @@ void ListItem::checkSubItemIndex(int n) const {
     }
 }
 
-std::string ListItem::SubItems(int n) const {
+const std::string &ListItem::SubItems(int n) const {
     checkSubItemIndex(n);
-    return n <= ListSubItemsCount() ? subItems_[n - 1].Text() : std::string();
+    return n <= ListSubItemsCount() ? subItems_[n - 1].Text() : noText();
 }
 
 void ListItem::setSubItems(int n, std::string_view text) {

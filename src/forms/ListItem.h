@@ -70,7 +70,9 @@ public:
     const std::string &Text() const { return text_; }
     void setText(std::string_view text);
 
-    std::string SubItems(int n) const;
+    /// The text of column n + 1, "" where it was never written. The text
+    /// stays the row's: a duplicate check reads one column of every row.
+    const std::string &SubItems(int n) const;
     void setSubItems(int n, std::string_view text);
     ListSubItem &ListSubItems(int n);
     const ListSubItem &ListSubItems(int n) const;

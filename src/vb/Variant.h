@@ -37,7 +37,9 @@ public:
     Variant(long long v);
     Variant(double v) : value_(v) {}
     Variant(Date v) : value_(v) {}
-    Variant(std::string v) : value_(std::move(v)) {}
+    // Apart for lvalues, so that a text read from a control is copied once, not twice.
+    Variant(const std::string &v) : value_(v) {}
+    Variant(std::string &&v) : value_(std::move(v)) {}
     Variant(std::string_view v) : value_(std::string(v)) {}
     Variant(const char *v) : value_(std::string(v)) {}
 

@@ -10,9 +10,10 @@ namespace ado::sqlite {
 using sql::lowerCase;
 
 SqliteCursor::SqliteCursor(NativeStatement statement, const Translation &translation,
-                           int timeoutSeconds)
-    : statement_(std::move(statement)), baseTable_(translation.baseTable),
-      rowid_(translation.rowidAdded), timeoutSeconds_(timeoutSeconds) {
+                           int timeoutSeconds, std::optional<Return> giveBack)
+    : statement_(std::move(statement)), giveBack_(std::move(giveBack)),
+      baseTable_(translation.baseTable), rowid_(translation.rowidAdded),
+      timeoutSeconds_(timeoutSeconds) {
     int columns = statement_.columnCount() - (rowid_ ? 1 : 0);
     std::string base = lowerCase(baseTable_);
     for (int i = 0; i < columns; ++i) {
@@ -27,6 +28,10 @@ SqliteCursor::SqliteCursor(NativeStatement statement, const Translation &transla
 
 SqliteCursor::~SqliteCursor() {
     statement_.database().removeReader(this);
+    if (!giveBack_)
+        return;
+    if (auto cache = giveBack_->cache.lock())
+        cache->give(giveBack_->sql, std::move(statement_), giveBack_->generation);
 }
 
 bool SqliteCursor::next(Row &row) {
@@ -73,8 +78,8 @@ std::optional<long> SqliteCursor::remaining() {
         buffered_.push_back(std::move(row));
     }
     std::string inner = statement_.sql();
-    while (!inner.empty() && (std::isspace(static_cast<unsigned char>(inner.back())) ||
-                              inner.back() == ';'))
+    while (!inner.empty() &&
+           (std::isspace(static_cast<unsigned char>(inner.back())) || inner.back() == ';'))
         inner.pop_back();
     // The line break ends a comment the statement may close with.
     NativeStatement count(statement_.database(), "SELECT count(*) FROM (" + inner + "\n)");

@@ -6,8 +6,11 @@
 #include "ado/sql/Translator.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
+#include "ado/sqlite/StatementCache.h"
 
+#include <cstdint>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,9 +26,20 @@ using sql::Translation;
 /// its rows into memory and serves them from there. It counts the rows it
 /// has yet to give with a count of the same statement inside the same read,
 /// started first if need be, so that the count and the rows agree.
+/// A statement taken from the provider's StatementCache goes back there when
+/// the cursor closes, if the cache still lives.
 class SqliteCursor : public Cursor, private Database::Reader {
 public:
-    SqliteCursor(NativeStatement statement, const Translation &translation, int timeoutSeconds);
+    /// Where the statement goes back to: the cache, the text it is kept
+    /// under and the generation of the cache it was prepared in.
+    struct Return {
+        std::weak_ptr<StatementCache> cache;
+        std::string sql;
+        std::uint64_t generation = 0;
+    };
+
+    SqliteCursor(NativeStatement statement, const Translation &translation, int timeoutSeconds,
+                 std::optional<Return> giveBack = std::nullopt);
     ~SqliteCursor();
     SqliteCursor(const SqliteCursor &) = delete;
     SqliteCursor &operator=(const SqliteCursor &) = delete;
@@ -42,7 +56,8 @@ private:
     bool readRow(Row &row);
 
     NativeStatement statement_;
-    std::deque<Row> buffered_; // read ahead: to start the read, or when detached
+    std::optional<Return> giveBack_;
+    std::deque<Row> buffered_;               // read ahead: to start the read, or when detached
     std::optional<vb::Error> detachedError_; // met while reading the rest, raised in its place
     bool detached_ = false;
     bool finished_ = false; // the statement has given its last row

@@ -60,10 +60,23 @@ bool changesRows(std::string_view sql) {
            word.rfind("delete", 0) == 0 || word.rfind("replace", 0) == 0;
 }
 
+// Statements kept for the next call with the same text: more than the
+// module's forms send in turn, few enough that an idle one holds little.
+constexpr std::size_t statementsKept = 64;
+// Translations kept: the module's forms send a few dozen texts again and
+// again; texts built with values in them come once each and must not pile up.
+constexpr std::size_t translationsKept = 256;
+
+// What SQLite leaves after the last statement of a text: blanks and semicolons.
+bool nothingLeft(std::string_view rest) {
+    return rest.find_first_not_of(" \t\r\n;") == std::string_view::npos;
+}
+
 } // namespace
 
 SqliteProvider::SqliteProvider(std::string_view path, Database::Mode mode)
-    : db_(std::make_shared<Database>(path, mode)) {}
+    : db_(std::make_shared<Database>(path, mode)),
+      statements_(std::make_shared<StatementCache>(statementsKept)) {}
 
 const Catalog &SqliteProvider::catalog() {
     if (!schemaVersionQuery_)
@@ -76,14 +89,28 @@ const Catalog &SqliteProvider::catalog() {
         catalog_ = readCatalog(*db_);
         lastInsert_ = nullptr;
         writes_.clear();
+        statements_->clear();
+        translations_.clear();
         schemaVersion_ = version;
     }
     return catalog_;
 }
 
+const Translation &SqliteProvider::translated(std::string_view sql, bool updatable) {
+    const Catalog &c = catalog(); // may forget every translation: look up afterwards
+    std::string key = (updatable ? "u" : "r") + std::string(sql);
+    if (auto it = translations_.find(key); it != translations_.end())
+        return it->second;
+    Translation t = translate(sql, c, {updatable});
+    if (translations_.size() >= translationsKept)
+        translations_
+            .clear(); // cheaper than tracking use, and the texts that repeat come back at once
+    return translations_.emplace(std::move(key), std::move(t)).first->second;
+}
+
 std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatable,
                                              StatementLog &log) {
-    Translation t = translate(sql, catalog(), {updatable});
+    const Translation &t = translated(sql, updatable);
     log.translated = t.sql;
     log.rowsMeaning = "read";
     if (t.statements > 1)
@@ -92,8 +119,11 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     Database::TimeLimit limit(*db_, timeout_);
     db_->awaitCommitted(sql);
-    std::string_view rest = t.sql;
-    auto statement = NativeStatement::prepareFirst(*db_, rest, sql);
+    std::optional<SqliteCursor::Return> giveBack;
+    std::string_view rest;
+    auto statement = statementOf(t, sql, rest, giveBack);
+    if (!statement)
+        throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     if (statement->columnCount() == 0) {
         // A statement that returns no rows runs at once; the recordset stays closed.
         while (statement->step()) {
@@ -101,31 +131,65 @@ std::unique_ptr<Cursor> SqliteProvider::open(std::string_view sql, bool updatabl
         log.rows = changesRows(statement->sql()) ? static_cast<long>(db_->changes()) : 0;
         log.rowsMeaning = "changed";
     }
-    return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
+    return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_, std::move(giveBack));
 }
 
 std::unique_ptr<Cursor> SqliteProvider::execute(std::string_view sql, long &rowsAffected,
                                                 StatementLog &log) {
-    Translation t = translate(sql, catalog());
+    const Translation &t = translated(sql, false);
     log.translated = t.sql;
     if (t.statements > 1)
         throw severalStatements(sql);
     Database::TimeLimit limit(*db_, timeout_);
     db_->awaitCommitted(sql);
-    std::string_view rest = t.sql;
     rowsAffected = 0;
-    while (auto statement = NativeStatement::prepareFirst(*db_, rest, sql)) {
-        if (t.statements == 1 && statement->columnCount() > 0) {
+    // Runs one statement; a select alone in the text becomes the cursor returned.
+    auto run = [&](NativeStatement &statement,
+                   std::optional<SqliteCursor::Return> giveBack) -> std::unique_ptr<Cursor> {
+        if (t.statements == 1 && statement.columnCount() > 0) {
             log.rowsMeaning = "read";
-            return std::make_unique<SqliteCursor>(std::move(*statement), t, timeout_);
+            return std::make_unique<SqliteCursor>(std::move(statement), t, timeout_,
+                                                  std::move(giveBack));
         }
-        while (statement->step()) {
+        while (statement.step()) {
         }
-        if (changesRows(statement->sql()))
+        if (changesRows(statement.sql()))
             rowsAffected += static_cast<long>(db_->changes());
+        if (giveBack)
+            statements_->give(giveBack->sql, std::move(statement), giveBack->generation);
+        return nullptr;
+    };
+    std::string_view rest = t.sql;
+    if (t.statements == 1) {
+        std::optional<SqliteCursor::Return> giveBack;
+        if (auto statement = statementOf(t, sql, rest, giveBack))
+            if (auto cursor = run(*statement, std::move(giveBack)))
+                return cursor;
     }
+    while (auto statement = NativeStatement::prepareFirst(*db_, rest, sql))
+        if (auto cursor = run(*statement, std::nullopt))
+            return cursor;
     log.rows = rowsAffected;
     return nullptr;
+}
+
+std::optional<NativeStatement>
+SqliteProvider::statementOf(const sql::Translation &t, std::string_view quotedAs,
+                            std::string_view &rest, std::optional<SqliteCursor::Return> &giveBack) {
+    auto keep = [&] {
+        rest = {};
+        giveBack = SqliteCursor::Return{statements_, t.sql, statements_->generation()};
+    };
+    if (auto kept = statements_->take(t.sql)) {
+        kept->quoteAs(std::string(quotedAs));
+        keep();
+        return kept;
+    }
+    rest = t.sql;
+    auto statement = NativeStatement::prepareFirst(*db_, rest, quotedAs);
+    if (statement && nothingLeft(rest))
+        keep();
+    return statement;
 }
 
 SqliteProvider::Prepared &SqliteProvider::prepared(const std::string &key, const std::string &sql,

@@ -5,12 +5,15 @@
 #include "ado/sql/Catalog.h"
 #include "ado/sqlite/Database.h"
 #include "ado/sqlite/NativeStatement.h"
+#include "ado/sqlite/SqliteCursor.h"
+#include "ado/sqlite/StatementCache.h"
 #include "ado/sqlite/ValueConversion.h"
 
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace ado::sqlite {
 
@@ -19,13 +22,18 @@ using sql::Catalog;
 /// Runs statements through the translator (Translator.h) on one database
 /// file. Rows written through recordsets go in by prepared statements kept
 /// for each table and set of columns, with SQL Server's conversions
-/// (ValueConversion.h). Stored procedures are the bodies of the table
+/// (ValueConversion.h). A statement of one text, once prepared, is kept for
+/// the next time the same text comes (StatementCache.h): a scan sends the
+/// same few statements every time, and parsing them again would cost more
+/// than running them. Stored procedures are the bodies of the table
 /// sv_procedure (StoredProcedures.h).
 class SqliteProvider : public Provider {
 public:
     SqliteProvider(std::string_view path, Database::Mode mode);
 
     Database &database() { return *db_; }
+    /// Prepared statements waiting in the cache for their text to come again.
+    std::size_t keptStatements() const { return statements_->size(); }
     /// The tables and views, read again whenever the schema has changed.
     const Catalog &catalog();
 
@@ -57,12 +65,23 @@ private:
     Prepared &prepared(const std::string &key, const std::string &sql, std::string_view table,
                        const std::vector<ColumnValue> &values);
     void bindValues(Prepared &p, const std::vector<ColumnValue> &values);
+    /// The module's text translated against the catalog as it is now, kept
+    /// for the next time the same text comes while the schema stays as it is.
+    const sql::Translation &translated(std::string_view sql, bool updatable);
+    /// The first statement of a translation: kept, or prepared now, with
+    /// `rest` moved past it. `giveBack` says where it goes when done; it is
+    /// left unset where more text follows, since such text is not kept.
+    std::optional<NativeStatement> statementOf(const sql::Translation &t, std::string_view quotedAs,
+                                               std::string_view &rest,
+                                               std::optional<SqliteCursor::Return> &giveBack);
 
     std::shared_ptr<Database> db_;
     Catalog catalog_;
     std::int64_t schemaVersion_ = -1;
     std::unique_ptr<NativeStatement> schemaVersionQuery_;
     std::map<std::string, Prepared> writes_;
+    std::shared_ptr<StatementCache> statements_;
+    std::unordered_map<std::string, sql::Translation> translations_; // by "u"/"r" and the text
     Prepared *lastInsert_ = nullptr; // a save adds rows of one shape: no lookup for the next
 
     int timeout_ = 30;
