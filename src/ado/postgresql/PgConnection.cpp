@@ -91,6 +91,15 @@ create function pg_temp.sv_replace(x text, f text, t text) returns citext langua
     as $$ select replace(x, f, t)::citext $$;
 )";
 
+// The writes that wait in one pipeline at most: the server's replies to them
+// fit in the socket's buffers, and a refused row is met within as many rows.
+constexpr std::size_t aheadLimit = 500;
+
+bool failed(const PgResult &r) {
+    auto s = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
+    return s != PGRES_COMMAND_OK && s != PGRES_TUPLES_OK;
+}
+
 struct Params {
     std::vector<const char *> values;
     explicit Params(const std::vector<Param> &params) {
@@ -126,6 +135,8 @@ void PgConnection::fail(const PGresult *result, std::string_view shown) {
 }
 
 PgResult PgConnection::exec(std::string_view sql, std::string_view shown) {
+    settle();
+    ++roundTrips_;
     PgResult r(PQexec(conn_, std::string(sql).c_str()));
     auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
@@ -159,6 +170,11 @@ void PgConnection::commit() {
 void PgConnection::rollback() {
     inTransaction_ = false;
     timeout_ = -1;
+    // The writes still in the pipeline go with the transaction: a refused one
+    // among them changes nothing that the rollback leaves.
+    if (!ahead_.empty() && PQstatus(conn_) != CONNECTION_BAD)
+        drainAhead();
+    ahead_.clear();
     // A connection that is gone took its transaction with it: the server
     // rolled it back, which is what was asked, and the module's error path
     // goes on to report the error that broke the connection.
@@ -174,12 +190,19 @@ PgResult PgConnection::run(std::string_view sql, const std::vector<Param> &param
 
 PgResult PgConnection::runPrepared(const std::string &sql, const std::vector<Param> &params,
                                    std::string_view shown) {
+    const std::string &name = preparedName(sql, shown);
+    return send(&name, sql, params, shown);
+}
+
+const std::string &PgConnection::preparedName(const std::string &sql, std::string_view shown) {
     auto it = prepared_.find(sql);
     if (it == prepared_.end()) {
+        settle();
         std::string name = "sv" + std::to_string(prepared_.size() + 1);
         // A refused prepare would end a transaction as a refused statement would.
         if (inTransaction_)
             exec("savepoint sv_statement", shown);
+        ++roundTrips_;
         PgResult r(PQprepare(conn_, name.c_str(), sql.c_str(), 0, nullptr));
         if (!r || PQresultStatus(r.get()) != PGRES_COMMAND_OK) {
             if (inTransaction_ && PQstatus(conn_) != CONNECTION_BAD)
@@ -190,14 +213,76 @@ PgResult PgConnection::runPrepared(const std::string &sql, const std::vector<Par
             exec("release savepoint sv_statement", shown);
         it = prepared_.emplace(sql, name).first;
     }
-    return send(&it->second, sql, params, shown);
+    return it->second;
+}
+
+void PgConnection::sendAhead(const std::string &sql, const std::vector<Param> &params,
+                             std::string shown, std::function<void(const PGresult &)> done) {
+    const std::string &name = preparedName(sql, shown);
+    if (!inTransaction_) {
+        PgResult r = send(&name, sql, params, shown);
+        done(*r);
+        return;
+    }
+    applyTimeout();
+    if (ahead_.empty() && !PQenterPipelineMode(conn_))
+        fail(nullptr, shown);
+    sendOne(nullptr, "savepoint sv_statement", {});
+    sendOne(&name, sql, params);
+    sendOne(nullptr, "release savepoint sv_statement", {});
+    ahead_.push_back({std::move(shown), std::move(done)});
+    if (ahead_.size() >= aheadLimit)
+        settle();
+}
+
+std::optional<PgConnection::Refusal> PgConnection::drainAhead() {
+    std::vector<Ahead> ahead = std::move(ahead_);
+    ahead_.clear();
+    ++roundTrips_;
+    if (!PQpipelineSync(conn_))
+        fail(nullptr, ahead.front().shown);
+    std::optional<Refusal> refusal;
+    for (auto &write : ahead) {
+        PgResult savepoint = takeResult();
+        PgResult result = takeResult();
+        PgResult release = takeResult();
+        // After a failure the server skips the rest up to the sync: their
+        // results say so and are dropped.
+        if (refusal)
+            continue;
+        if (failed(savepoint))
+            refusal = Refusal{std::move(write.shown), std::move(savepoint), false};
+        else if (failed(result))
+            refusal = Refusal{std::move(write.shown), std::move(result), true};
+        else if (failed(release))
+            refusal = Refusal{std::move(write.shown), std::move(release), false};
+        else
+            write.done(*result);
+    }
+    PgResult sync(PQgetResult(conn_));
+    PQexitPipelineMode(conn_);
+    return refusal;
+}
+
+void PgConnection::settle() {
+    if (ahead_.empty())
+        return;
+    std::optional<Refusal> refusal = drainAhead();
+    if (!refusal)
+        return;
+    // The refused write alone is undone; the ones after it never ran.
+    if (refusal->statement && PQstatus(conn_) != CONNECTION_BAD)
+        exec("rollback to savepoint sv_statement; release savepoint sv_statement", refusal->shown);
+    fail(refusal->result.get(), refusal->shown);
 }
 
 PgResult PgConnection::send(const std::string *prepared, std::string_view sql,
                             const std::vector<Param> &params, std::string_view shown) {
+    settle();
     applyTimeout();
     if (inTransaction_)
         return pipelined(prepared, sql, params, shown);
+    ++roundTrips_;
     Params p(params);
     int n = static_cast<int>(params.size());
     PgResult r(
@@ -241,6 +326,7 @@ PgResult PgConnection::pipelined(const std::string *prepared, std::string_view s
     sendOne(nullptr, "savepoint sv_statement", {});
     sendOne(prepared, sql, params);
     sendOne(nullptr, "release savepoint sv_statement", {});
+    ++roundTrips_;
     if (!PQpipelineSync(conn_))
         fail(nullptr, shown);
     PgResult savepoint = takeResult();
@@ -248,10 +334,6 @@ PgResult PgConnection::pipelined(const std::string *prepared, std::string_view s
     PgResult release = takeResult();
     PgResult sync(PQgetResult(conn_));
     PQexitPipelineMode(conn_);
-    auto failed = [](const PgResult &r) {
-        auto s = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
-        return s != PGRES_COMMAND_OK && s != PGRES_TUPLES_OK;
-    };
     if (failed(savepoint))
         fail(savepoint.get(), shown);
     if (failed(result)) {

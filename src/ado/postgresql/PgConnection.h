@@ -3,6 +3,8 @@
 
 #include "ado/postgresql/PgResult.h"
 
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,6 +26,15 @@ using Param = std::optional<std::string>;
 /// after a refused row. So each statement of a transaction runs between a
 /// savepoint and its release, sent together with it in one pipeline: one
 /// round trip, and a second one only when the statement failed.
+///
+/// Writes whose result the caller does not need at once (rows added through
+/// a recordset) can be sent ahead without waiting: they wait in the pipeline,
+/// each between its own savepoint and release, and their results are taken
+/// together by `settle`, which every other call runs first. A refused write
+/// stops the pipeline there: the server skips the writes sent after it, the
+/// refused one is undone alone, and its error is raised by the call that
+/// settles, so that the caller meets it before it does anything that could
+/// see the rows (a read, a procedure, a commit).
 class PgConnection {
 public:
     explicit PgConnection(const std::string &uri);
@@ -37,6 +48,19 @@ public:
     /// The same through a statement prepared once for this connection.
     PgResult runPrepared(const std::string &sql, const std::vector<Param> &params,
                          std::string_view shown);
+
+    /// Sends a write through a prepared statement inside the transaction,
+    /// without waiting; `done` gets its result once it has run. Outside a
+    /// transaction it runs at once.
+    void sendAhead(const std::string &sql, const std::vector<Param> &params, std::string shown,
+                   std::function<void(const PGresult &)> done);
+    /// Takes the results of the writes sent ahead; raises the error of the
+    /// first that failed (the writes after it did not run).
+    void settle();
+    /// Writes sent ahead whose results have not been taken.
+    std::size_t writesAhead() const { return ahead_.size(); }
+    /// The times this connection has waited for the server, for the tests.
+    long roundTrips() const { return roundTrips_; }
 
     void begin();
     void commit();
@@ -58,12 +82,28 @@ private:
                  const std::vector<Param> &params);
     PgResult takeResult();
     [[noreturn]] void fail(const PGresult *result, std::string_view shown);
+    const std::string &preparedName(const std::string &sql, std::string_view shown);
+    struct Ahead {
+        std::string shown;
+        std::function<void(const PGresult &)> done;
+    };
+    /// The first write sent ahead that failed: what the module wrote, the
+    /// server's answer, and whether the statement itself (not its savepoint) failed.
+    struct Refusal {
+        std::string shown;
+        PgResult result;
+        bool statement;
+    };
+    /// Ends the pipeline of the writes sent ahead, taking their results.
+    std::optional<Refusal> drainAhead();
 
     PGconn *conn_ = nullptr;
     bool inTransaction_ = false;
     int timeout_ = 0; // the server's default: no limit
     int wantedTimeout_ = 30;
     std::map<std::string, std::string, std::less<>> prepared_; // sql -> statement name
+    std::vector<Ahead> ahead_; // sent in the open pipeline, results not yet taken
+    long roundTrips_ = 0;
 };
 
 } // namespace ado::postgresql
