@@ -163,18 +163,117 @@ void PgConnection::begin() {
 }
 
 void PgConnection::commit() {
+    endCursors();
     inTransaction_ = false;
     exec("commit", "CommitTrans");
 }
 
+// A cursor opened in the transaction ends with it: those still read take
+// their other rows first, and those closed need no close any more.
+void PgConnection::endCursors() {
+    auto ending = std::move(ending_);
+    ending_.clear();
+    for (auto &[name, readRest] : ending)
+        if (PQstatus(conn_) != CONNECTION_BAD)
+            readRest();
+    std::erase_if(closing_,
+                  [&](const std::string &name) { return closedInTransaction_.count(name) > 0; });
+    closedInTransaction_.clear();
+}
+
+std::string PgConnection::newCursorName() {
+    return "sv_c" + std::to_string(++cursors_);
+}
+
+PgResult PgConnection::openCursor(const std::string &name, std::string_view sql, long rows,
+                                  std::string_view shown, std::function<void()> readRest) {
+    // Outside a transaction the server keeps the rows for the cursor when
+    // the statement's own transaction ends (WITH HOLD); inside one the cursor
+    // reads as the statement goes, and ends with the transaction.
+    const bool held = !inTransaction_;
+    std::vector<PgResult> r = together({"declare " + name + " scroll cursor" +
+                                            (held ? " with hold" : "") + " for " +
+                                            std::string(sql),
+                                        "fetch forward " + std::to_string(rows) + " from " + name},
+                                       shown);
+    if (!held)
+        ending_.emplace(name, std::move(readRest));
+    return std::move(r.back());
+}
+
+PgResult PgConnection::fetch(const std::string &name, long rows, std::string_view shown) {
+    std::string count = rows < 0 ? std::string("all") : std::to_string(rows);
+    return std::move(together({"fetch forward " + count + " from " + name}, shown).back());
+}
+
+long PgConnection::countAfter(const std::string &name, long position, std::string_view shown) {
+    std::vector<PgResult> r = together(
+        {"move forward all in " + name, "move absolute " + std::to_string(position) + " in " + name},
+        shown);
+    return std::atol(PQcmdTuples(r.front().get()));
+}
+
+void PgConnection::closeCursor(const std::string &name) {
+    if (ending_.erase(name))
+        closedInTransaction_.insert(name);
+    closing_.push_back(name);
+}
+
+std::vector<PgResult> PgConnection::together(std::vector<std::string> statements,
+                                             std::string_view shown) {
+    settle();
+    applyTimeout();
+    const std::size_t own = statements.size();
+    for (const auto &name : closing_)
+        statements.insert(statements.begin(), "close " + name);
+    closing_.clear();
+    const bool guarded = inTransaction_;
+    if (!PQenterPipelineMode(conn_))
+        fail(nullptr, shown);
+    if (guarded)
+        sendOne(nullptr, "savepoint sv_statement", {});
+    for (const auto &statement : statements)
+        sendOne(nullptr, statement, {});
+    if (guarded)
+        sendOne(nullptr, "release savepoint sv_statement", {});
+    ++roundTrips_;
+    if (!PQpipelineSync(conn_))
+        fail(nullptr, shown);
+    PgResult savepoint = guarded ? takeResult() : nullptr;
+    std::vector<PgResult> results;
+    for (std::size_t i = 0; i < statements.size(); ++i)
+        results.push_back(takeResult());
+    PgResult release = guarded ? takeResult() : nullptr;
+    // Outside a transaction the statements' own transaction ends at the sync,
+    // and with it a held cursor takes the rest of its rows: that may fail too.
+    PgResult ending = takeSync();
+    PQexitPipelineMode(conn_);
+    if (ending)
+        fail(ending.get(), shown);
+    if (guarded && failed(savepoint))
+        fail(savepoint.get(), shown);
+    for (auto &r : results)
+        if (failed(r)) {
+            if (guarded && PQstatus(conn_) != CONNECTION_BAD)
+                exec("rollback to savepoint sv_statement; release savepoint sv_statement", shown);
+            fail(r.get(), shown);
+        }
+    if (guarded && failed(release))
+        fail(release.get(), shown);
+    results.erase(results.begin(), results.end() - static_cast<std::ptrdiff_t>(own));
+    return results;
+}
+
 void PgConnection::rollback() {
-    inTransaction_ = false;
-    timeout_ = -1;
     // The writes still in the pipeline go with the transaction: a refused one
     // among them changes nothing that the rollback leaves.
     if (!ahead_.empty() && PQstatus(conn_) != CONNECTION_BAD)
         drainAhead();
     ahead_.clear();
+    if (inTransaction_)
+        endCursors();
+    inTransaction_ = false;
+    timeout_ = -1;
     // A connection that is gone took its transaction with it: the server
     // rolled it back, which is what was asked, and the module's error path
     // goes on to report the error that broke the connection.
@@ -305,6 +404,32 @@ void PgConnection::sendOne(const std::string *prepared, std::string_view sql,
                                           p.values.data(), nullptr, nullptr, 0);
     if (!ok)
         fail(nullptr, sql);
+}
+
+// The answer to a pipeline's sync: nothing, or the error the server gave at it.
+PgResult PgConnection::takeSync() {
+    PgResult error;
+    int nothing = 0;
+    while (nothing < 2) {
+        PGresult *r = PQgetResult(conn_);
+        if (!r) {
+            if (PQstatus(conn_) == CONNECTION_BAD)
+                break;
+            ++nothing;
+            continue;
+        }
+        nothing = 0;
+        const auto status = PQresultStatus(r);
+        if (status == PGRES_PIPELINE_SYNC) {
+            PQclear(r);
+            break;
+        }
+        if (!error && status == PGRES_FATAL_ERROR)
+            error.reset(r);
+        else
+            PQclear(r);
+    }
+    return error;
 }
 
 // The first result of the next query in the pipeline; the rest of it is read and dropped.

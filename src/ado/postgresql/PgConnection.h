@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +63,23 @@ public:
     /// The times this connection has waited for the server, for the tests.
     long roundTrips() const { return roundTrips_; }
 
+    /// A name for a new cursor of this connection.
+    std::string newCursorName();
+    /// Opens a cursor on the server over a select and fetches its first
+    /// `rows` rows, in one round trip. Outside a transaction the server keeps
+    /// the statement's rows for the cursor until it is closed; inside one the
+    /// cursor reads as it goes and ends with the transaction, after
+    /// `readRest` has taken the rows left (unless it was closed before).
+    PgResult openCursor(const std::string &name, std::string_view sql, long rows,
+                        std::string_view shown, std::function<void()> readRest);
+    /// The next `rows` rows of a cursor (-1: all that are left).
+    PgResult fetch(const std::string &name, long rows, std::string_view shown);
+    /// The rows of a cursor after the first `position`, counted on the server
+    /// without fetching them; the cursor stays where it was.
+    long countAfter(const std::string &name, long position, std::string_view shown);
+    /// Closes a cursor along with the next statement: sends nothing now and never fails.
+    void closeCursor(const std::string &name);
+
     void begin();
     void commit();
     void rollback();
@@ -81,6 +99,7 @@ private:
     void sendOne(const std::string *prepared, std::string_view sql,
                  const std::vector<Param> &params);
     PgResult takeResult();
+    PgResult takeSync();
     [[noreturn]] void fail(const PGresult *result, std::string_view shown);
     const std::string &preparedName(const std::string &sql, std::string_view shown);
     struct Ahead {
@@ -96,6 +115,10 @@ private:
     };
     /// Ends the pipeline of the writes sent ahead, taking their results.
     std::optional<Refusal> drainAhead();
+    /// Runs statements without parameters in one round trip, inside one
+    /// savepoint in a transaction, after the cursors waiting to be closed.
+    std::vector<PgResult> together(std::vector<std::string> statements, std::string_view shown);
+    void endCursors();
 
     PGconn *conn_ = nullptr;
     bool inTransaction_ = false;
@@ -103,6 +126,10 @@ private:
     int wantedTimeout_ = 30;
     std::map<std::string, std::string, std::less<>> prepared_; // sql -> statement name
     std::vector<Ahead> ahead_; // sent in the open pipeline, results not yet taken
+    long cursors_ = 0;
+    std::vector<std::string> closing_; // cursors to close with the next statement
+    std::map<std::string, std::function<void()>> ending_; // open cursors of the transaction
+    std::set<std::string> closedInTransaction_; // ended with it, a close no longer due
     long roundTrips_ = 0;
 };
 

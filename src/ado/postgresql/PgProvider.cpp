@@ -110,6 +110,12 @@ std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable, S
     if (t.statements == 0)
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     beforeStatement(t.sql);
+    if (WriterLock::readsOnly(t.sql)) {
+        // Read through a cursor on the server: what the recordset does not
+        // read is never sent (the rows are not known yet).
+        const PgCatalog &tables = catalog();
+        return std::make_unique<PgCursor>(conn_, std::string(sql), t, tables);
+    }
     PgResult r = conn_->run(t.sql, {}, sql);
     if (changesSchema(t.sql))
         catalog_.reset();
