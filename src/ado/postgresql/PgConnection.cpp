@@ -324,43 +324,53 @@ void PgConnection::sendAhead(const std::string &sql, const std::vector<Param> &p
         return;
     }
     applyTimeout();
-    if (ahead_.empty() && !PQenterPipelineMode(conn_))
-        fail(nullptr, shown);
-    sendOne(nullptr, "savepoint sv_statement", {});
-    sendOne(&name, sql, params);
-    sendOne(nullptr, "release savepoint sv_statement", {});
-    ahead_.push_back({std::move(shown), std::move(done)});
+    queueAhead({std::move(shown), std::move(done), name, params});
     if (ahead_.size() >= aheadLimit)
         settle();
+}
+
+// The writes of one pipeline share one savepoint: a savepoint for each row
+// would cost the server a subtransaction for each.
+void PgConnection::queueAhead(Ahead write) {
+    if (ahead_.empty()) {
+        if (!PQenterPipelineMode(conn_))
+            fail(nullptr, write.shown);
+        sendOne(nullptr, "savepoint sv_batch", {});
+    }
+    sendOne(&write.statement, "", write.params);
+    ahead_.push_back(std::move(write));
 }
 
 std::optional<PgConnection::Refusal> PgConnection::drainAhead() {
     std::vector<Ahead> ahead = std::move(ahead_);
     ahead_.clear();
+    sendOne(nullptr, "release savepoint sv_batch", {});
     ++roundTrips_;
     if (!PQpipelineSync(conn_))
         fail(nullptr, ahead.front().shown);
-    std::optional<Refusal> refusal;
-    for (auto &write : ahead) {
-        PgResult savepoint = takeResult();
-        PgResult result = takeResult();
-        PgResult release = takeResult();
-        // After a failure the server skips the rest up to the sync: their
-        // results say so and are dropped.
-        if (refusal)
-            continue;
-        if (failed(savepoint))
-            refusal = Refusal{std::move(write.shown), std::move(savepoint), false};
-        else if (failed(result))
-            refusal = Refusal{std::move(write.shown), std::move(result), true};
-        else if (failed(release))
-            refusal = Refusal{std::move(write.shown), std::move(release), false};
-        else
-            write.done(*result);
-    }
+    PgResult savepoint = takeResult();
+    std::vector<PgResult> results;
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        results.push_back(takeResult());
+    PgResult release = takeResult();
     PgResult sync(PQgetResult(conn_));
     PQexitPipelineMode(conn_);
-    return refusal;
+    if (failed(savepoint))
+        return Refusal{std::move(ahead.front().shown), std::move(savepoint), {}};
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        if (failed(results[i])) {
+            // After a failure the server skipped the rest up to the sync.
+            ahead.resize(i + 1);
+            Refusal refusal{std::move(ahead.back().shown), std::move(results[i]), {}};
+            ahead.pop_back();
+            refusal.before = std::move(ahead);
+            return refusal;
+        }
+    if (failed(release))
+        return Refusal{std::move(ahead.front().shown), std::move(release), {}};
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        ahead[i].done(*results[i]);
+    return std::nullopt;
 }
 
 void PgConnection::settle() {
@@ -369,9 +379,15 @@ void PgConnection::settle() {
     std::optional<Refusal> refusal = drainAhead();
     if (!refusal)
         return;
-    // The refused write alone is undone; the ones after it never ran.
-    if (refusal->statement && PQstatus(conn_) != CONNECTION_BAD)
-        exec("rollback to savepoint sv_statement; release savepoint sv_statement", refusal->shown);
+    if (PQstatus(conn_) != CONNECTION_BAD) {
+        // The refused write alone is undone: the batch goes back to its
+        // savepoint, and the writes before the refused one are sent again.
+        // Those after it never ran.
+        exec("rollback to savepoint sv_batch; release savepoint sv_batch", refusal->shown);
+        for (auto &write : refusal->before)
+            queueAhead(std::move(write));
+        settle();
+    }
     fail(refusal->result.get(), refusal->shown);
 }
 

@@ -30,12 +30,13 @@ using Param = std::optional<std::string>;
 ///
 /// Writes whose result the caller does not need at once (rows added through
 /// a recordset) can be sent ahead without waiting: they wait in the pipeline,
-/// each between its own savepoint and release, and their results are taken
-/// together by `settle`, which every other call runs first. A refused write
-/// stops the pipeline there: the server skips the writes sent after it, the
-/// refused one is undone alone, and its error is raised by the call that
-/// settles, so that the caller meets it before it does anything that could
-/// see the rows (a read, a procedure, a commit).
+/// all after one savepoint, and their results are taken together by
+/// `settle`, which every other call runs first. A refused write stops the
+/// pipeline there: the server skips the writes sent after it, the batch goes
+/// back to its savepoint and the writes before the refused one are sent
+/// again, so that the refused one alone is undone; its error is raised by the
+/// call that settles, so that the caller meets it before it does anything
+/// that could see the rows (a read, a procedure, a commit).
 class PgConnection {
 public:
     explicit PgConnection(const std::string &uri);
@@ -105,14 +106,17 @@ private:
     struct Ahead {
         std::string shown;
         std::function<void(const PGresult &)> done;
+        std::string statement; // the prepared statement's name
+        std::vector<Param> params;
     };
     /// The first write sent ahead that failed: what the module wrote, the
-    /// server's answer, and whether the statement itself (not its savepoint) failed.
+    /// server's answer, and the writes of its batch before it.
     struct Refusal {
         std::string shown;
         PgResult result;
-        bool statement;
+        std::vector<Ahead> before;
     };
+    void queueAhead(Ahead write);
     /// Ends the pipeline of the writes sent ahead, taking their results.
     std::optional<Refusal> drainAhead();
     /// Runs statements without parameters in one round trip, inside one
