@@ -35,8 +35,8 @@ public:
                                     StatementLog &log) override;
     std::int64_t insertRow(std::string_view table, const std::vector<ColumnValue> &values,
                            StatementLog &log) override;
-    void updateRow(std::string_view table, std::int64_t rowid,
-                   const std::vector<ColumnValue> &values, StatementLog &log) override;
+    std::int64_t updateRow(std::string_view table, std::int64_t rowid,
+                           const std::vector<ColumnValue> &values, StatementLog &log) override;
     std::vector<vb::Variant> readRow(std::string_view table, std::int64_t rowid,
                                      const std::vector<std::string> &columns) override;
     std::vector<ParameterInfo> procedureParameters(std::string_view name) override;
@@ -69,20 +69,17 @@ private:
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
-    /// The condition that finds a row by its rowid, its value added to `params`.
     /// The rowid of a row, where `rowid` may stand for one added by an insert
     /// still in the pipeline: waits for it then.
     std::int64_t rowidOf(std::int64_t rowid);
-    std::string identity(std::string_view table, const std::string &key, std::int64_t rowid,
+    /// The condition that finds a row by its rowid, its value added to `params`.
+    std::string identity(const std::string &key, std::int64_t rowid,
                          std::vector<Param> &params) const;
 
     std::shared_ptr<PgConnection> conn_;
     WriterLock writerLock_;
     std::optional<PgCatalog> catalog_;
     PgDialect dialect_;
-    /// Rows of tables without a key that this connection changed: the ctid a
-    /// recordset knows them by, and the one they have now.
-    std::map<std::pair<std::string, std::int64_t>, std::int64_t> moved_;
     /// The rowids of the rows added through recordsets, in the order they
     /// were sent: a recordset holds the one that stood for a row while its
     /// insert was in the pipeline, and may go on holding it.
