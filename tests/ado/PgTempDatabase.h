@@ -10,7 +10,7 @@
 namespace adotest {
 
 /// The shared test tables as a database for this module declares them on the
-/// server: text columns citext with a check named COLUMN_length, bit columns
+/// server: text columns sv_text with a check named COLUMN_length, bit columns
 /// the domain sv_bit, money numeric(19,4). The header has its key, which the
 /// server provider needs to change a row that a recordset read.
 inline constexpr std::string_view pgTestSchema = R"(
@@ -19,18 +19,31 @@ do $$ begin
   if not exists (select 1 from pg_type where typname = 'sv_bit') then
     create domain sv_bit as smallint check (value in (0, 1));
   end if;
+  if not exists (select 1 from pg_type where typname = 'sv_text') then
+    create collation sv_ci (provider = icu, locale = 'und-u-ks-level2', deterministic = false);
+    create domain sv_text as bpchar collate sv_ci;
+    create function sv_concat(a bpchar, b bpchar) returns bpchar language sql immutable strict
+        as $f$ select (textin(bpcharout(a)) || textin(bpcharout(b)))::bpchar $f$;
+    create operator || (leftarg = bpchar, rightarg = bpchar, function = sv_concat);
+    create function sv_concat(a bpchar, b text) returns bpchar language sql immutable strict
+        as $f$ select (textin(bpcharout(a)) || b)::bpchar $f$;
+    create operator || (leftarg = bpchar, rightarg = text, function = sv_concat);
+    create function sv_concat(a text, b bpchar) returns bpchar language sql immutable strict
+        as $f$ select (a || textin(bpcharout(b)))::bpchar $f$;
+    create operator || (leftarg = text, rightarg = bpchar, function = sv_concat);
+  end if;
 end $$;
 create table loiStockVerificationHeader (
     svhid int primary key,
-    svhno citext constraint svhno_length check (length(svhno) <= 20),
+    svhno sv_text constraint svhno_length check (length(svhno) <= 20),
     svhdate timestamp(3),
-    svhremarks citext constraint svhremarks_length check (length(svhremarks) <= 250),
-    svhVerificationby citext constraint svhverificationby_length
+    svhremarks sv_text constraint svhremarks_length check (length(svhremarks) <= 250),
+    svhVerificationby sv_text constraint svhverificationby_length
         check (length(svhVerificationby) <= 50),
     svhGodownid int not null,
-    svhFutureVc citext constraint svhfuturevc_length check (length(svhFutureVc) <= 7),
+    svhFutureVc sv_text constraint svhfuturevc_length check (length(svhFutureVc) <= 7),
     svhcancelled int not null default 0, svhposted sv_bit not null default 0,
-    svhcancelledRemarks citext constraint svhcancelledremarks_length
+    svhcancelledRemarks sv_text constraint svhcancelledremarks_length
         check (length(svhcancelledRemarks) <= 255),
     updatetime timestamp(3));
 create table loiStockVerificationDetail (
@@ -39,7 +52,7 @@ create table loiStockVerificationDetail (
     svdavailbadstock numeric(18,3), svdverifiedbadstock numeric(18,3),
     svdcostprice numeric(19,4));
 create table aItem (ItemId int primary key,
-    itemcode citext constraint itemcode_length check (length(itemcode) <= 20),
+    itemcode sv_text constraint itemcode_length check (length(itemcode) <= 20),
     itemrate double precision, Active sv_bit default 1);
 -- What the tests' own checks of the tables call, as the embedded database has them.
 create or replace function ifnull(a anyelement, b anyelement) returns anyelement

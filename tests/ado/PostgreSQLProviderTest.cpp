@@ -18,26 +18,39 @@ namespace {
 using adotest::errorOf;
 
 // Tables as a database for this module declares them on the server: text
-// columns citext with a length check, bit columns the domain sv_bit.
+// columns sv_text with a length check, bit columns the domain sv_bit.
 constexpr const char *schema = R"(
 drop table if exists loiStockVerificationHeader, loiStockVerificationDetail, aItem cascade;
-drop function if exists sv_test_add(integer, citext);
+drop function if exists sv_test_add(integer, sv_text);
 do $$ begin
   if not exists (select 1 from pg_type where typname = 'sv_bit') then
     create domain sv_bit as smallint check (value in (0, 1));
   end if;
+  if not exists (select 1 from pg_type where typname = 'sv_text') then
+    create collation sv_ci (provider = icu, locale = 'und-u-ks-level2', deterministic = false);
+    create domain sv_text as bpchar collate sv_ci;
+    create function sv_concat(a bpchar, b bpchar) returns bpchar language sql immutable strict
+        as $f$ select (textin(bpcharout(a)) || textin(bpcharout(b)))::bpchar $f$;
+    create operator || (leftarg = bpchar, rightarg = bpchar, function = sv_concat);
+    create function sv_concat(a bpchar, b text) returns bpchar language sql immutable strict
+        as $f$ select (textin(bpcharout(a)) || b)::bpchar $f$;
+    create operator || (leftarg = bpchar, rightarg = text, function = sv_concat);
+    create function sv_concat(a text, b bpchar) returns bpchar language sql immutable strict
+        as $f$ select (a || textin(bpcharout(b)))::bpchar $f$;
+    create operator || (leftarg = text, rightarg = bpchar, function = sv_concat);
+  end if;
 end $$;
 create table loiStockVerificationHeader (
     svhid int primary key,
-    svhno citext constraint svhno_length check (length(svhno) <= 20),
+    svhno sv_text constraint svhno_length check (length(svhno) <= 20),
     svhdate timestamp(3), svhGodownid int not null,
     svhcancelled int not null default 0, svhposted sv_bit not null default 0);
 create table loiStockVerificationDetail (svdid int, svdItemID int,
     svdAvailStock numeric(18,3), svdVerifiedStock numeric(18,3), svdcostprice numeric(19,4));
 create table aItem (ItemId int primary key,
-    itemcode citext constraint itemcode_length check (length(itemcode) <= 20),
+    itemcode sv_text constraint itemcode_length check (length(itemcode) <= 20),
     itemrate float, Active sv_bit default 1);
-create function sv_test_add(p_id integer, p_code citext) returns integer language plpgsql as $f$
+create function sv_test_add(p_id integer, p_code sv_text) returns integer language plpgsql as $f$
 begin
   insert into aItem (ItemId, itemcode) values (p_id, p_code);
   return p_id * 10;

@@ -1,4 +1,5 @@
 // The translation of SQL Server text, case by case from tests/ado/data/translation.cases.
+#include "ado/postgresql/PgDialect.h"
 #include "ado/sqlite/SqliteDialect.h"
 
 #include "vb/Error.h"
@@ -132,6 +133,34 @@ TEST(TranslatorTest, CountsStatements) {
     EXPECT_EQ(ado::sqlite::translate("select 1", catalog).statements, 1);
     EXPECT_EQ(ado::sqlite::translate("select 1; select 2;", catalog).statements, 2);
     EXPECT_EQ(ado::sqlite::translate(" ; -- nothing", catalog).statements, 0);
+}
+
+} // namespace
+
+namespace {
+
+// The server's spelling of LIKE: whatever the pattern is, it is taken apart by
+// the connection's sv_like_regex, and it ends where LIKE's precedence ends it
+// (after the joins of text, before and, or a comparison).
+TEST(TranslatorTest, LikeOnTheServerWrapsTheWholePatternAndItsEscape) {
+    Catalog catalog;
+    catalog.add("aItem", false, {{"ItemId", "int"}, {"itemcode", "varchar(20)"}});
+    ado::postgresql::PgDialect pg;
+    // The condition alone: how the select list is named is another rule's.
+    auto sql = [&](std::string_view text) {
+        std::string out = ado::sql::translate(text, catalog, pg).sql;
+        return out.substr(out.find(" where "));
+    };
+    EXPECT_EQ(sql("select ItemId from aItem where itemcode not like '%' + rtrim(itemcode) + "
+                  "'_' escape '!' and ItemId = 1"),
+              " where itemcode !~* "
+              "(pg_temp.sv_like_regex('%' || pg_temp.sv_rtrim(itemcode) || '_' , '!') COLLATE "
+              "\"und-x-icu\") and ItemId = 1");
+    EXPECT_EQ(sql("select ItemId from aItem where not itemcode like 'a[b-c]' or itemcode like "
+                  "left(itemcode, 2)"),
+              " where not itemcode ~* "
+              "(pg_temp.sv_like_regex('a[b-c]') COLLATE \"und-x-icu\") or itemcode ~* "
+              "(pg_temp.sv_like_regex(pg_temp.sv_left(itemcode, 2)) COLLATE \"und-x-icu\")");
 }
 
 } // namespace

@@ -31,7 +31,10 @@ sv="$prefix/bin/stockverify"
 [ "$(sed -n 1p "$work/version.txt")" = "stockverify $version" ] ||
     fail "--version says '$(sed -n 1p "$work/version.txt")', not 'stockverify $version'"
 grep -qE '^SQLite 3\.[0-9]+\.[0-9]+$' "$work/version.txt" || fail "--version names no SQLite: $(cat "$work/version.txt")"
-if ldd "$sv" | grep -q 'libpq\.so'; then
+# ldd's list is read whole first: grep -q leaving a pipe early would kill ldd
+# with SIGPIPE, which pipefail turns into "not linked".
+libraries=$(ldd "$sv")
+if grep -q 'libpq\.so' <<<"$libraries"; then
     grep -qE '^libpq [0-9]+\.[0-9]+(\.[0-9]+)?$' "$work/version.txt" ||
         fail "linked with libpq, --version does not name it: $(cat "$work/version.txt")"
 elif grep -q '^libpq' "$work/version.txt"; then

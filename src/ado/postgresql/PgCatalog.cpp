@@ -50,7 +50,7 @@ std::string sqlServerType(std::string_view pgType, int length) {
         return "varchar" + suffix(17);
     if (starts("character"))
         return "char" + suffix(9);
-    if (t == "citext")
+    if (t == "sv_text" || t == "bpchar")
         return length > 0 ? "varchar(" + std::to_string(length) + ")" : "varchar";
     if (starts("timestamp"))
         return "datetime";

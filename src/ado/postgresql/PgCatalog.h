@@ -14,7 +14,7 @@ namespace ado::postgresql {
 class PgConnection;
 
 /// The tables and views of the connection's schema, with their columns as
-/// SQL Server would declare them (integer as int, citext as varchar, a
+/// SQL Server would declare them (integer as int, sv_text as varchar, a
 /// timestamp as datetime, the domain sv_bit - a smallint of 0 or 1, which
 /// takes the module's "= 1" as SQL Server's bit does - as bit) and each
 /// table's one-column integer primary key.
@@ -31,7 +31,7 @@ PgCatalog readCatalog(PgConnection &conn);
 
 /// The SQL Server type text of a type as the server formats it
 /// ("character varying(20)" is "varchar(20)"); `length` is the longest text
-/// a check constraint allows a citext column, 0 for none.
+/// a check constraint allows a text column, 0 for none.
 std::string sqlServerType(std::string_view pgType, int length);
 
 } // namespace ado::postgresql

@@ -9,9 +9,12 @@ namespace {
 // SQL Server's functions that the server has no match for, made for each
 // connection in its own temporary schema: nothing is left in the database,
 // and a database without the module's schema still runs the module's text.
-// The text functions give citext, so that their results compare ignoring
-// letter case as the columns do (left(svhFutureVc, 1) <> 't'); avg of
-// integers cuts its result to an integer, as SQL Server's does.
+// The text functions give bpchar, which keeps the collation of the text they
+// were given, so that their results compare ignoring letter case and
+// trailing blanks as the columns do (left(svhFutureVc, 1) <> 't'); where
+// they search inside text or match a regular expression they name the
+// collation "C", since the columns' collation refuses both. avg of integers
+// cuts its result to an integer, as SQL Server's does.
 constexpr const char *helperFunctions = R"(
 create function pg_temp.sv_fail(message text) returns text language plpgsql
     as $$ begin raise exception '%', message; end $$;
@@ -20,17 +23,21 @@ create function pg_temp.sv_len(x text) returns integer language sql immutable
 create function pg_temp.sv_len(x anynonarray) returns integer language sql immutable
     as $$ select length(rtrim(x::text, ' ')) $$;
 create function pg_temp.sv_isnumeric(x text) returns integer language sql immutable
-    as $$ select case when x ~ '\S' and (x ~ '^\s*[$£€¥]?[-+]?[\d,]*(\.\d*)?\s*$'
-        or x ~ '^\s*[$£€¥]?[-+]?([\d,]*\d[\d,]*(\.\d*)?|[\d,]*\.\d+)[eEdD][-+]?\d+\s*$')
+    as $$ select case when x collate "C" ~ '\S'
+        and (x collate "C" ~ '^\s*[$£€¥]?[-+]?[\d,]*(\.\d*)?\s*$'
+        or x collate "C" ~ '^\s*[$£€¥]?[-+]?([\d,]*\d[\d,]*(\.\d*)?|[\d,]*\.\d+)[eEdD][-+]?\d+\s*$')
         then 1 else 0 end $$;
 create function pg_temp.sv_isnumeric(x anynonarray) returns integer language sql immutable
     as $$ select pg_temp.sv_isnumeric(x::text) $$;
 create function pg_temp.sv_getdate() returns timestamp(3) language sql stable
     as $$ select localtimestamp(3) $$;
-create function pg_temp.sv_isnull(x text, y text) returns citext language sql immutable
-    as $$ select coalesce(x, y)::citext $$;
-create function pg_temp.sv_isnull(x text, y numeric) returns citext language sql immutable
-    as $$ select coalesce(x, y::text)::citext $$;
+create function pg_temp.sv_isnull(x text, y text) returns bpchar language sql immutable
+    as $$ select coalesce(x, y)::bpchar $$;
+create function pg_temp.sv_isnull(x text, y numeric) returns bpchar language sql immutable
+    as $$ select coalesce(x, y::text)::bpchar $$;
+-- A column's value read through isnull keeps its trailing blanks (a cast to text drops them).
+create function pg_temp.sv_isnull(x bpchar, y text) returns bpchar language sql immutable
+    as $$ select coalesce(x, y::bpchar) $$;
 create function pg_temp.sv_isnull(x anyelement, y anyelement) returns anyelement
     language sql immutable as $$ select coalesce(x, y) $$;
 -- Two numbers of different types (isnull(sum(qty), 0): numeric and integer) find the
@@ -67,28 +74,100 @@ create aggregate pg_temp.sv_avg(numeric) (sfunc = pg_temp.sv_avg_step, stype = n
     finalfunc = pg_temp.sv_avg_numeric, initcond = '{0,0}');
 create aggregate pg_temp.sv_avg(double precision) (sfunc = pg_temp.sv_avg_step,
     stype = numeric[], finalfunc = pg_temp.sv_avg_float, initcond = '{0,0}');
-create function pg_temp.sv_left(x text, n integer) returns citext language sql immutable
+-- The text functions take bpchar, and read it through its output function, so that
+-- a column's trailing blanks stay (a cast to text drops them).
+create function pg_temp.sv_left(x bpchar, n integer) returns bpchar language sql immutable
     as $$ select case when n < 0
         then pg_temp.sv_fail('Invalid length parameter passed to the left function.')
-        else left(x, n) end::citext $$;
-create function pg_temp.sv_right(x text, n integer) returns citext language sql immutable
+        else left(textin(bpcharout(x)), n) end::bpchar $$;
+create function pg_temp.sv_right(x bpchar, n integer) returns bpchar language sql immutable
     as $$ select case when n < 0
         then pg_temp.sv_fail('Invalid length parameter passed to the right function.')
-        else right(x, n) end::citext $$;
-create function pg_temp.sv_substring(x text, s integer, n integer) returns citext
+        else right(textin(bpcharout(x)), n) end::bpchar $$;
+create function pg_temp.sv_substring(x bpchar, s integer, n integer) returns bpchar
     language sql immutable as $$ select case when n < 0
         then pg_temp.sv_fail('Invalid length parameter passed to the substring function.')
-        else substring(x from s for n) end::citext $$;
-create function pg_temp.sv_upper(x text) returns citext language sql immutable
-    as $$ select upper(x)::citext $$;
-create function pg_temp.sv_lower(x text) returns citext language sql immutable
-    as $$ select lower(x)::citext $$;
-create function pg_temp.sv_ltrim(x text) returns citext language sql immutable
-    as $$ select ltrim(x, ' ')::citext $$;
-create function pg_temp.sv_rtrim(x text) returns citext language sql immutable
-    as $$ select rtrim(x, ' ')::citext $$;
-create function pg_temp.sv_replace(x text, f text, t text) returns citext language sql immutable
-    as $$ select replace(x, f, t)::citext $$;
+        else substring(textin(bpcharout(x)) from s for n) end::bpchar $$;
+create function pg_temp.sv_upper(x bpchar) returns bpchar language sql immutable
+    as $$ select upper(textin(bpcharout(x)))::bpchar $$;
+create function pg_temp.sv_lower(x bpchar) returns bpchar language sql immutable
+    as $$ select lower(textin(bpcharout(x)))::bpchar $$;
+create function pg_temp.sv_ltrim(x bpchar) returns bpchar language sql immutable
+    as $$ select ltrim(textin(bpcharout(x)), ' ')::bpchar $$;
+create function pg_temp.sv_rtrim(x text) returns bpchar language sql immutable
+    as $$ select rtrim(x, ' ')::bpchar $$;
+create function pg_temp.sv_replace(x bpchar, f text, t text) returns bpchar
+    language sql immutable as $$ select replace(textin(bpcharout(x)) collate "C", f, t)::bpchar $$;
+-- SQL Server's LIKE pattern as an anchored regular expression, for ~* (PgDialect.cpp).
+-- % is any run, _ any one character, [..] a set of characters and ranges, [^..] the
+-- characters outside it; a [ without a ] after it stands for itself, as does every
+-- character after the escape. A range written backwards holds nothing.
+create function pg_temp.sv_like_char(c text) returns text language sql immutable
+    as $$ select case when ascii(c) < 128 and c collate "C" !~ '[A-Za-z0-9]'
+        then '\' || c else c end $$;
+create function pg_temp.sv_like_regex(pattern text, escape_char text default null) returns text
+    language plpgsql immutable as $$
+declare
+    p text collate "C" := pattern;
+    e text collate "C" := escape_char;
+    n integer := length(pattern);
+    out text collate "C" := '^(?:';
+    i integer := 1;
+    k integer;
+    c text collate "C";
+    low text collate "C";
+    high text collate "C";
+    members text collate "C";
+    first boolean;
+    negated boolean;
+begin
+    if e is not null and length(e) <> 1 then
+        raise exception 'The invalid escape character "%" was specified in a LIKE predicate.', e;
+    end if;
+    while i <= n loop
+        c := substr(p, i, 1);
+        i := i + 1;
+        if c = e and i <= n then
+            out := out || pg_temp.sv_like_char(substr(p, i, 1));
+            i := i + 1;
+        elsif c = '%' then
+            out := out || '.*';
+        elsif c = '_' then
+            out := out || '.';
+        elsif c = '[' and strpos(substr(p, i + 1), ']') > 0 then
+            k := i;
+            negated := substr(p, k, 1) = '^';
+            if negated then
+                k := k + 1;
+            end if;
+            members := '';
+            first := true;
+            while k <= n and (first or substr(p, k, 1) <> ']') loop
+                first := false;
+                low := substr(p, k, 1);
+                high := low;
+                k := k + 1;
+                if k + 1 <= n and substr(p, k, 1) = '-' and substr(p, k + 1, 1) <> ']' then
+                    high := substr(p, k + 1, 1);
+                    k := k + 2;
+                end if;
+                if low <= high then
+                    members := members || pg_temp.sv_like_char(low) ||
+                        case when high = low then '' else '-' || pg_temp.sv_like_char(high) end;
+                end if;
+            end loop;
+            i := k + 1;
+            out := out || case when members <> ''
+                                   then '[' || case when negated then '^' else '' end || members || ']'
+                               when negated then '.'
+                               else '[^\s\S]' end;
+        else
+            out := out || pg_temp.sv_like_char(c);
+        end if;
+    end loop;
+    -- Trailing blanks of the text may stay unmatched, as SQL Server lets them.
+    return out || ') *$';
+end $$;
 )";
 
 // The writes that wait in one pipeline at most: the server's replies to them

@@ -56,7 +56,7 @@ std::string PgDialect::convert(std::string_view type, std::string_view value) co
         // convert(varchar, x) without a length keeps 30 characters, as SQL Server's does.
         int length = t.length > 0 ? t.length : 30;
         return "CAST(CAST(CAST(" + v + " AS text) AS varchar(" + std::to_string(length) +
-               ")) AS citext)";
+               ")) AS bpchar)";
     }
     case sql::ColumnKind::Integer:
         // SQL Server cuts the fraction off where the server would round it.
@@ -80,7 +80,9 @@ std::string PgDialect::convert(std::string_view type, std::string_view value) co
 }
 
 std::string PgDialect::charindex(std::string_view find, std::string_view text) const {
-    return "strpos(lower(CAST(" + std::string(text) + " AS text)), lower(CAST(" +
+    // The columns' collation refuses a search inside text; the lower-cased
+    // texts are searched byte by byte.
+    return "strpos(lower(CAST(" + std::string(text) + " AS text)) COLLATE \"C\", lower(CAST(" +
            std::string(find) + " AS text)))";
 }
 
@@ -97,30 +99,14 @@ void PgDialect::checkLiteral(const std::string &, const sql::ColumnType &) const
     // Server's number and text (PgErrorMapping.h).
 }
 
-// The server's LIKE knows no bracket sets ([a-c], [^x], [[]); SIMILAR TO
-// knows them and reads % and _ as LIKE does, so a pattern with a bracket
-// goes there with SIMILAR TO's other signs (| * + ? ( ) { } and the
-// backslash) escaped. On a citext column it ignores letter case as LIKE does.
-std::optional<std::pair<std::string, std::string>>
-PgDialect::like(const std::string &pattern) const {
-    if (pattern.find('[') == std::string::npos)
-        return std::nullopt;
-    std::string out = "'";
-    bool inSet = false;
-    for (char c : pattern) {
-        // A [ inside a set is the character itself ('[[]' finds a '['), which
-        // the server's expressions want escaped.
-        if (std::string_view("|*+?(){}\\").find(c) != std::string_view::npos || (inSet && c == '['))
-            out += '\\';
-        else if (c == '[')
-            inSet = true;
-        else if (c == ']')
-            inSet = false;
-        out += c;
-        if (c == '\'')
-            out += '\'';
-    }
-    return std::pair{std::string("SIMILAR TO"), out + "'"};
+// The server's LIKE knows no bracket sets ([a-c], [^x], [[]), and refuses
+// the columns' collation, which is not byte for byte: the pattern becomes a
+// regular expression (pg_temp.sv_like_regex, PgConnection.cpp), matched
+// ignoring letter case under a collation that is. The function is
+// immutable, so a literal pattern is taken apart once when the statement is
+// planned; one built from a row's values is taken apart for each row.
+sql::Dialect::PatternTest PgDialect::patternTest() const {
+    return {"~*", "!~*", "(pg_temp.sv_like_regex(", ") COLLATE \"und-x-icu\")"};
 }
 
 // The server refuses a divisor of zero and text too long for its column itself.

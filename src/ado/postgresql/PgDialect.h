@@ -7,14 +7,17 @@
 
 namespace ado::postgresql {
 
-/// The text columns of a database for this module are citext: they compare
-/// ignoring letter case as SQL Server's default collation does, and LIKE on
-/// them stays case-insensitive (a nondeterministic collation would refuse
-/// LIKE). Their length is a check named COLUMN_length, refused as SQL
-/// Server refuses text too long. String literals stay untyped, so that they
-/// take the type of the column they meet (a literal cast to citext would not
-/// go into an int column as '5' does on SQL Server). Trailing blanks of
-/// stored text do count in a comparison here, where SQL Server ignores them.
+/// The text columns of a database for this module are of the domain
+/// sv_text: blank-padded text under a collation that ignores letter case
+/// (also beyond ASCII letters) and is not byte for byte, so that they
+/// compare, group and sort as SQL Server's varchar does: ignoring letter case
+/// and trailing blanks, while the value read back keeps its blanks. Their
+/// length is a check named COLUMN_length, refused as SQL Server refuses text
+/// too long. String literals stay untyped, so that they take the type of the
+/// column they meet (a literal cast to text would not go into an int column
+/// as '5' does on SQL Server). The server refuses LIKE, regular expressions
+/// and searches inside text under such a collation: those name a collation
+/// of their own.
 ///
 /// numeric(p,s) columns round to their scale by themselves, so written values
 /// are not wrapped. SQL Server's len, isnumeric and getdate are functions of
@@ -29,8 +32,7 @@ public:
     std::string comparedText(std::string literal) const override;
     std::pair<std::string, std::string> exactWrap(const sql::ColumnType &type) const override;
     void checkLiteral(const std::string &text, const sql::ColumnType &type) const override;
-    std::optional<std::pair<std::string, std::string>>
-    like(const std::string &pattern) const override;
+    PatternTest patternTest() const override;
     bool guardsValues() const override;
     std::string unnamedAlias() const override;
     std::string rowIdentity(std::string_view table, std::string_view alias,

@@ -90,7 +90,8 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         auto name = message.substr(message.find(' ') + 1);
         name = name.substr(0, name.find('('));
         auto bare = name.substr(name.rfind('.') == std::string::npos ? 0 : name.rfind('.') + 1);
-        bool onText = message.find("(citext)") != std::string::npos ||
+        bool onText = message.find("(sv_text)") != std::string::npos ||
+                      message.find("(character)") != std::string::npos ||
                       message.find("(text)") != std::string::npos ||
                       message.find("(character varying)") != std::string::npos;
         if ((bare == "sum" || bare == "sv_avg") && onText)

@@ -154,6 +154,8 @@ private:
     void convertText(Level &level, std::size_t first, std::size_t last, const ColumnType &type);
     void planDateComparisons(Level &level);
     void planStrings(Level &level);
+    std::size_t arithmeticEnd(const Level &level, std::size_t j) const;
+    void planPatterns(Level &level);
 
     void refuseSqliteOnly(const Level &level);
     void planDeleteInsert(Level &level);
@@ -247,6 +249,7 @@ void Rewriter::planLevel(Level &level) {
     planConcatenation(level);
     planDateComparisons(level);
     planStrings(level);
+    planPatterns(level);
 }
 
 std::string Rewriter::emit(Level &level) {
@@ -633,14 +636,52 @@ void Rewriter::planStrings(Level &level) {
         if (!alias && !plain)
             text = dialect_.comparedText(std::move(text));
         level.edits.replace[level.sig[k]] = text;
-        // x like 'pattern' without an escape: the engine may need another
-        // operator for SQL Server's bracket sets.
-        bool escaped = level.has(k + 1) && level.at(k + 1).isWord("escape");
-        if (k > 0 && level.at(k - 1).isWord("like") && !escaped && !dateStrings_.count(&n))
-            if (auto like = dialect_.like(n.token.stringValue())) {
-                level.edits.replace[level.sig[k - 1]] = like->first;
-                level.edits.replace[level.sig[k]] = like->second;
-            }
+    }
+}
+
+// The operand that starts at j and runs through arithmetic and joins of
+// text ('%' + rtrim(x) + '%'): what LIKE takes as its pattern, since those
+// operators bind more tightly than LIKE does.
+std::size_t Rewriter::arithmeticEnd(const Level &level, std::size_t j) const {
+    for (;;) {
+        j = primaryEnd(level, j);
+        if (!level.has(j + 2))
+            return j;
+        const Node &op = level.at(j + 1);
+        if (!isSign(op) && !isMultiplicative(op) && !op.isSymbol("||"))
+            return j;
+        j += 2;
+    }
+}
+
+// x [not] like p [escape e] in the engine's own spelling, where its LIKE
+// knows nothing of SQL Server's bracket sets: the pattern may be any
+// expression, so the engine takes it apart when the statement runs.
+void Rewriter::planPatterns(Level &level) {
+    const Dialect::PatternTest test = dialect_.patternTest();
+    if (test.op.empty())
+        return;
+    for (std::size_t k = 1; k + 1 < level.sig.size(); ++k) {
+        if (!level.at(k).isWord("like"))
+            continue;
+        bool negated = level.at(k - 1).isWord("not");
+        if (negated) {
+            std::size_t p = level.sig[k - 1];
+            level.edits.skip.insert(p);
+            if (level.nodes[p + 1].is(Kind::Space))
+                level.edits.skip.insert(p + 1);
+        }
+        level.edits.replace[level.sig[k]] = negated ? test.negatedOp : test.op;
+        std::size_t first = k + 1;
+        std::size_t last = arithmeticEnd(level, first);
+        if (level.has(last + 2) && level.at(last + 1).isWord("escape")) {
+            level.edits.replace[level.sig[last + 1]] = ",";
+            last = arithmeticEnd(level, last + 2);
+        }
+        auto &before = level.edits.before[level.sig[first]];
+        before = test.before + before;
+        level.edits.close[level.sig[last]] += test.after;
+        k = last;
     }
 }
 

@@ -36,11 +36,15 @@ public:
     /// a column of `type`: raises SQL Server's refusal where the engine would
     /// not refuse it itself.
     virtual void checkLiteral(const std::string &text, const ColumnType &type) const = 0;
-    /// For `x like 'pattern'` (no escape clause; `pattern` is the literal's
-    /// content): the operator and the literal that say the same to the
-    /// engine, or nothing to keep both as written.
-    virtual std::optional<std::pair<std::string, std::string>>
-    like(const std::string &pattern) const = 0;
+    /// How the engine tests `x [not] like p [escape e]` where its own LIKE
+    /// is not SQL Server's: `like` becomes `op` (`negatedOp` in place of
+    /// `not like`), and the pattern with its escape reads `before` p[, e]
+    /// `after`, whatever p is (a literal, a parameter, an expression). An
+    /// empty `op` keeps the text as written.
+    struct PatternTest {
+        std::string op, negatedOp, before, after;
+    };
+    virtual PatternTest patternTest() const = 0;
     /// True where the engine would not refuse by itself what SQL Server
     /// refuses in arithmetic and writes (a divisor of zero, text in a sum,
     /// text too long for its column): the translator then spells the

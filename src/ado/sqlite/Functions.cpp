@@ -461,12 +461,25 @@ bool likeWalk(const std::vector<LikePiece> &pieces, std::size_t size, CharAt at)
     return p == pieces.size();
 }
 
+// Trailing blanks of the text may be left unmatched, as SQL Server lets them
+// be: 'abc  ' is like 'abc', where 'abc' is not like 'abc '.
+template <class CharAt>
+bool likeWalkBlanksAside(const std::vector<LikePiece> &pieces, std::size_t size, CharAt at) {
+    for (;;) {
+        if (likeWalk(pieces, size, at))
+            return true;
+        if (size == 0 || at(size - 1) != U' ')
+            return false;
+        --size;
+    }
+}
+
 bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
     // Text of ASCII alone (most item names) is tested byte by byte, folded
     // on the way; other text is folded character by character first.
     if (std::all_of(text.begin(), text.end(),
                     [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
-        return likeWalk(pieces, text.size(), [&](std::size_t t) -> char32_t {
+        return likeWalkBlanksAside(pieces, text.size(), [&](std::size_t t) -> char32_t {
             char c = text[t];
             return c >= 'A' && c <= 'Z' ? static_cast<char32_t>(c + 0x20)
                                         : static_cast<char32_t>(c);
@@ -475,7 +488,7 @@ bool likeMatches(const std::vector<LikePiece> &pieces, std::string_view text) {
     chars.clear();
     for (std::size_t i = 0; i < text.size();)
         chars.push_back(nextFolded(text, i));
-    return likeWalk(pieces, chars.size(), [&](std::size_t t) { return chars[t]; });
+    return likeWalkBlanksAside(pieces, chars.size(), [&](std::size_t t) { return chars[t]; });
 }
 
 std::string_view textView(sqlite3_value *v) {

@@ -49,8 +49,8 @@ void SqliteDialect::checkLiteral(const std::string &text, const sql::ColumnType 
 }
 
 // The database's own like function takes SQL Server's patterns (Functions.h).
-std::optional<std::pair<std::string, std::string>> SqliteDialect::like(const std::string &) const {
-    return std::nullopt;
+sql::Dialect::PatternTest SqliteDialect::patternTest() const {
+    return {};
 }
 
 // SQLite gives null for a divisor of zero and keeps text of any length.

@@ -17,8 +17,7 @@ public:
     std::string comparedText(std::string literal) const override;
     std::pair<std::string, std::string> exactWrap(const sql::ColumnType &type) const override;
     void checkLiteral(const std::string &text, const sql::ColumnType &type) const override;
-    std::optional<std::pair<std::string, std::string>>
-    like(const std::string &pattern) const override;
+    PatternTest patternTest() const override;
     bool guardsValues() const override;
     std::string unnamedAlias() const override;
     std::string rowIdentity(std::string_view table, std::string_view alias,

@@ -46,6 +46,22 @@ TEST(frmUnProcessedItemsTest, NewTotalCountIsRefusedWhileTransfersAreUnderWay) {
     EXPECT_FALSE(ids.empty());
 }
 
+TEST(frmUnProcessedItemsTest, TheListsHeadersKeepTheirBlanks) {
+    ModuleSession s(total(2));
+    std::vector<std::string> headers;
+    s.ui.queueAction([&](forms::Input &input) {
+        frmUnProcessedItems &d = s.m.frmUnProcessedItems();
+        for (int i = 1; i <= d.lvwUnProcessed.ColumnHeaders().Count(); ++i) {
+            headers.push_back(d.lvwUnProcessed.ColumnHeaders()(i).Text());
+        }
+        input.click(d.cmdOK);
+    });
+    s.m.frmMaster().cmdnew_Click();
+    EXPECT_EQ(headers, (std::vector<std::string>{"Trans No", "Date", "From ", "To",
+                                                 "Item Description", "Quantity", "Unit Code",
+                                                 "ItemId"}));
+}
+
 TEST(frmUnProcessedItemsTest, NoUnprocessedRowsLetTheEntryFormOpen) {
     ModuleSession s(total(1));
     frmMaster &f = s.m.frmMaster();

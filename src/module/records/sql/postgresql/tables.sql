@@ -1,13 +1,29 @@
 -- Tables of the inventory database that the stock verification module reads and writes, on a
--- PostgreSQL server. Text columns are CITEXT, so that they compare ignoring letter case as SQL
--- Server's do; each keeps the width of SQL Server's varchar through a check named
--- COLUMN_length, which the data layer reads as the width and whose refusal it reports as SQL
--- Server's truncation (blanks past the width at the end are let through, as SQL Server drops
--- them). Dates are TIMESTAMP(3) (SQL Server's datetime keeps milliseconds); flags that SQL
--- Server keeps as bit are the domain sv_bit. Keys are those of the database file. Column order
--- matters where the module writes by position (the ledgers).
+-- PostgreSQL server. Text columns are of the domain sv_text: blank-padded text under the
+-- collation sv_ci, which ignores letter case and is not byte for byte, so that they compare,
+-- group and sort as SQL Server's varchar does, ignoring letter case and trailing blanks, while
+-- a value read back keeps its blanks. Each keeps the width of SQL Server's varchar through a
+-- check named COLUMN_length, which the data layer reads as the width and whose refusal it
+-- reports as SQL Server's truncation (blanks past the width at the end are let through, as SQL
+-- Server drops them). Dates are TIMESTAMP(3) (SQL Server's datetime keeps milliseconds); flags
+-- that SQL Server keeps as bit are the domain sv_bit. Keys are those of the database file.
+-- Column order matters where the module writes by position (the ledgers).
 
-CREATE EXTENSION IF NOT EXISTS citext;
+CREATE COLLATION sv_ci (PROVIDER = icu, LOCALE = 'und-u-ks-level2', DETERMINISTIC = false);
+
+CREATE DOMAIN sv_text AS bpchar COLLATE sv_ci;
+
+-- Text joined to text keeps the blanks at the end of each side, as SQL Server's + does; the
+-- server's own || casts blank-padded text to text, which drops them.
+CREATE FUNCTION sv_concat(a bpchar, b bpchar) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
+    AS $$ SELECT (textin(bpcharout(a)) || textin(bpcharout(b)))::bpchar $$;
+CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = bpchar, FUNCTION = sv_concat);
+CREATE FUNCTION sv_concat(a bpchar, b text) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
+    AS $$ SELECT (textin(bpcharout(a)) || b)::bpchar $$;
+CREATE OPERATOR || (LEFTARG = bpchar, RIGHTARG = text, FUNCTION = sv_concat);
+CREATE FUNCTION sv_concat(a text, b bpchar) RETURNS bpchar LANGUAGE sql IMMUTABLE STRICT
+    AS $$ SELECT (a || textin(bpcharout(b)))::bpchar $$;
+CREATE OPERATOR || (LEFTARG = text, RIGHTARG = bpchar, FUNCTION = sv_concat);
 
 CREATE DOMAIN sv_bit AS SMALLINT CHECK (VALUE IN (0, 1));
 
@@ -15,22 +31,22 @@ CREATE DOMAIN sv_bit AS SMALLINT CHECK (VALUE IN (0, 1));
 
 CREATE TABLE aCurrencyMaster (
     CurrencyID INT NOT NULL PRIMARY KEY,
-    CurrencyCode CITEXT NOT NULL
+    CurrencyCode sv_text NOT NULL
         CONSTRAINT currencycode_length CHECK (length(rtrim(CurrencyCode, ' ')) <= 10),
-    CurrencyName CITEXT NOT NULL
+    CurrencyName sv_text NOT NULL
         CONSTRAINT currencyname_length CHECK (length(rtrim(CurrencyName, ' ')) <= 50),
     Decimals SMALLINT NOT NULL DEFAULT 2
 );
 
 CREATE TABLE aCompanyMaster (
     CompanyID INT NOT NULL PRIMARY KEY,
-    name CITEXT NOT NULL
+    name sv_text NOT NULL
         CONSTRAINT name_length CHECK (length(rtrim(name, ' ')) <= 100),
-    Address1 CITEXT
+    Address1 sv_text
         CONSTRAINT address1_length CHECK (length(rtrim(Address1, ' ')) <= 100),
-    Address2 CITEXT
+    Address2 sv_text
         CONSTRAINT address2_length CHECK (length(rtrim(Address2, ' ')) <= 100),
-    Address3 CITEXT
+    Address3 sv_text
         CONSTRAINT address3_length CHECK (length(rtrim(Address3, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
@@ -38,20 +54,20 @@ CREATE TABLE aCompanyMaster (
 CREATE TABLE aDepartmentMaster (
     DepartmentID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    Departmentname CITEXT NOT NULL
+    Departmentname sv_text NOT NULL
         CONSTRAINT departmentname_length CHECK (length(rtrim(Departmentname, ' ')) <= 100),
     depcurrencyid INT NOT NULL
 );
 
 CREATE TABLE acountrymaster (
     countryid INT NOT NULL PRIMARY KEY,
-    CountryName CITEXT NOT NULL
+    CountryName sv_text NOT NULL
         CONSTRAINT countryname_length CHECK (length(rtrim(CountryName, ' ')) <= 50)
 );
 
 CREATE TABLE acity (
     cityid INT NOT NULL PRIMARY KEY,
-    CityName CITEXT NOT NULL
+    CityName sv_text NOT NULL
         CONSTRAINT cityname_length CHECK (length(rtrim(CityName, ' ')) <= 50),
     countryid INT NOT NULL
 );
@@ -60,13 +76,13 @@ CREATE TABLE aGodown (
     GodownID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
     DepartmentId INT NOT NULL,
-    GodownName CITEXT NOT NULL
+    GodownName sv_text NOT NULL
         CONSTRAINT godownname_length CHECK (length(rtrim(GodownName, ' ')) <= 100),
-    Address CITEXT
+    Address sv_text
         CONSTRAINT address_length CHECK (length(rtrim(Address, ' ')) <= 250),
-    GodownTelephoneNo CITEXT
+    GodownTelephoneNo sv_text
         CONSTRAINT godowntelephoneno_length CHECK (length(rtrim(GodownTelephoneNo, ' ')) <= 30),
-    GodownFaxNo CITEXT
+    GodownFaxNo sv_text
         CONSTRAINT godownfaxno_length CHECK (length(rtrim(GodownFaxNo, ' ')) <= 30),
     countryid INT,
     cityid INT
@@ -76,14 +92,14 @@ CREATE TABLE aGodown (
 CREATE TABLE aShop (
     ShopId INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    ShopName CITEXT NOT NULL
+    ShopName sv_text NOT NULL
         CONSTRAINT shopname_length CHECK (length(rtrim(ShopName, ' ')) <= 100)
 );
 
 -- Bins within a godown. A location belongs to one godown: every join gives both columns.
 CREATE TABLE loiLocation (
     lLocationId INT NOT NULL,
-    lLocationName CITEXT NOT NULL
+    lLocationName sv_text NOT NULL
         CONSTRAINT llocationname_length CHECK (length(rtrim(lLocationName, ' ')) <= 50),
     lGodownId INT NOT NULL,
     PRIMARY KEY (lGodownId, lLocationId)
@@ -102,7 +118,7 @@ CREATE TABLE aPrefix (
     InterfaceID INT NOT NULL,
     FinancialId INT NOT NULL,
     godownid INT NOT NULL,
-    Prefix CITEXT
+    Prefix sv_text
         CONSTRAINT prefix_length CHECK (length(rtrim(Prefix, ' ')) <= 10),
     PRIMARY KEY (InterfaceID, FinancialId, godownid)
 );
@@ -122,9 +138,9 @@ CREATE TABLE aGodownClosing (
 CREATE TABLE lousers (
     userid INT NOT NULL,
     GodownID INT NOT NULL,
-    username CITEXT NOT NULL
+    username sv_text NOT NULL
         CONSTRAINT username_length CHECK (length(rtrim(username, ' ')) <= 50),
-    Designation CITEXT
+    Designation sv_text
         CONSTRAINT designation_length CHECK (length(rtrim(Designation, ' ')) <= 50),
     Active sv_bit NOT NULL DEFAULT 1,
     PRIMARY KEY (userid, GodownID)
@@ -134,7 +150,7 @@ CREATE TABLE lousers (
 -- that runs it, through this table the administrator keeps. A login with two
 -- rows is a mistake the session refuses to guess about, so the key allows it.
 CREATE TABLE svUserLogin (
-    login CITEXT NOT NULL
+    login sv_text NOT NULL
         CONSTRAINT login_length CHECK (length(rtrim(login, ' ')) <= 64),
     UserID INT NOT NULL,
     PRIMARY KEY (login, UserID)
@@ -145,7 +161,7 @@ CREATE TABLE louserrights (
     userid INT NOT NULL,
     interfaceid INT NOT NULL,
     companyid INT NOT NULL,
-    functionrights CITEXT
+    functionrights sv_text
         CONSTRAINT functionrights_length CHECK (length(rtrim(functionrights, ' ')) <= 20),
     PRIMARY KEY (userid, interfaceid, companyid)
 );
@@ -153,7 +169,7 @@ CREATE TABLE louserrights (
 CREATE TABLE LOiSettings (
     GodownID INT NOT NULL PRIMARY KEY,
     sNoBackDays INT NOT NULL DEFAULT 0,
-    defaultfetch CITEXT
+    defaultfetch sv_text
         CONSTRAINT defaultfetch_length CHECK (length(rtrim(defaultfetch, ' ')) <= 30)
 );
 
@@ -169,7 +185,7 @@ CREATE TABLE aPackageSettings (
 CREATE TABLE aAlias (
     AliasId INT NOT NULL,
     CompanyId INT NOT NULL,
-    Alias CITEXT
+    Alias sv_text
         CONSTRAINT alias_length CHECK (length(rtrim(Alias, ' ')) <= 50),
     PRIMARY KEY (CompanyId, AliasId)
 );
@@ -182,11 +198,11 @@ CREATE TABLE aSettings (
 -- Column layouts of list views, by transaction, list and module.
 CREATE TABLE alistviewheader (
     lvwid INT NOT NULL PRIMARY KEY,
-    lvwtransname CITEXT NOT NULL
+    lvwtransname sv_text NOT NULL
         CONSTRAINT lvwtransname_length CHECK (length(rtrim(lvwtransname, ' ')) <= 50),
-    lvwname CITEXT NOT NULL
+    lvwname sv_text NOT NULL
         CONSTRAINT lvwname_length CHECK (length(rtrim(lvwname, ' ')) <= 50),
-    lvwmodulename CITEXT NOT NULL
+    lvwmodulename sv_text NOT NULL
         CONSTRAINT lvwmodulename_length CHECK (length(rtrim(lvwmodulename, ' ')) <= 50)
 );
 
@@ -201,26 +217,26 @@ CREATE TABLE alistviewdetails (
 -- Column headers of register grids; rows of one table come in the order of its columns.
 CREATE TABLE atables (
     tableid INT NOT NULL PRIMARY KEY,
-    tablename CITEXT NOT NULL
+    tablename sv_text NOT NULL
         CONSTRAINT tablename_length CHECK (length(rtrim(tablename, ' ')) <= 100)
 );
 
 CREATE TABLE atablecolumns (
     tableid INT NOT NULL,
     columnorder SMALLINT NOT NULL,
-    columnheader CITEXT NOT NULL
+    columnheader sv_text NOT NULL
         CONSTRAINT columnheader_length CHECK (length(rtrim(columnheader, ' ')) <= 50),
-    columnname CITEXT NOT NULL
+    columnname sv_text NOT NULL
         CONSTRAINT columnname_length CHECK (length(rtrim(columnname, ' ')) <= 50),
     PRIMARY KEY (tableid, columnorder)
 );
 
 CREATE TABLE ashopprintmessages (
     shopid INT NOT NULL,
-    transtype CITEXT NOT NULL
+    transtype sv_text NOT NULL
         CONSTRAINT transtype_length CHECK (length(rtrim(transtype, ' ')) <= 10),
     lineno SMALLINT NOT NULL,
-    message CITEXT
+    message sv_text
         CONSTRAINT message_length CHECK (length(rtrim(message, ' ')) <= 100),
     PRIMARY KEY (shopid, transtype, lineno)
 );
@@ -230,7 +246,7 @@ CREATE TABLE ashopprintmessages (
 CREATE TABLE avendormaster (
     vendorID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    VendorName CITEXT NOT NULL
+    VendorName sv_text NOT NULL
         CONSTRAINT vendorname_length CHECK (length(rtrim(VendorName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
@@ -238,7 +254,7 @@ CREATE TABLE avendormaster (
 CREATE TABLE acustomermaster (
     customerID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    CustomerName CITEXT NOT NULL
+    CustomerName sv_text NOT NULL
         CONSTRAINT customername_length CHECK (length(rtrim(CustomerName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
@@ -246,7 +262,7 @@ CREATE TABLE acustomermaster (
 CREATE TABLE aaccountmaster (
     accountID INT NOT NULL PRIMARY KEY,
     CompanyID INT NOT NULL,
-    AccountName CITEXT NOT NULL
+    AccountName sv_text NOT NULL
         CONSTRAINT accountname_length CHECK (length(rtrim(AccountName, ' ')) <= 100),
     CurrencyID INT NOT NULL
 );
@@ -271,33 +287,33 @@ CREATE TABLE ExchangeRateDetail (
 
 CREATE TABLE aitemcategory (
     ItemCategoryID INT NOT NULL PRIMARY KEY,
-    categorynamedescription CITEXT NOT NULL
+    categorynamedescription sv_text NOT NULL
         CONSTRAINT categorynamedescription_length
             CHECK (length(rtrim(categorynamedescription, ' ')) <= 50)
 );
 
 CREATE TABLE aUnit (
     UnitId INT NOT NULL PRIMARY KEY,
-    UnitCode CITEXT NOT NULL
+    UnitCode sv_text NOT NULL
         CONSTRAINT unitcode_length CHECK (length(rtrim(UnitCode, ' ')) <= 10),
-    UnitName CITEXT NOT NULL
+    UnitName sv_text NOT NULL
         CONSTRAINT unitname_length CHECK (length(rtrim(UnitName, ' ')) <= 50)
 );
 
 CREATE TABLE aItem (
     ItemId INT NOT NULL PRIMARY KEY,
-    itemcode CITEXT NOT NULL
+    itemcode sv_text NOT NULL
         CONSTRAINT itemcode_length CHECK (length(rtrim(itemcode, ' ')) <= 20),
-    ItemName CITEXT NOT NULL
+    ItemName sv_text NOT NULL
         CONSTRAINT itemname_length CHECK (length(rtrim(ItemName, ' ')) <= 100),
-    PackSize CITEXT
+    PackSize sv_text
         CONSTRAINT packsize_length CHECK (length(rtrim(PackSize, ' ')) <= 50),
-    ItemPrintName CITEXT
+    ItemPrintName sv_text
         CONSTRAINT itemprintname_length CHECK (length(rtrim(ItemPrintName, ' ')) <= 40),
     ItemCategoryID INT NOT NULL,
     UnitsId INT NOT NULL,
     itemrate DOUBLE PRECISION,
-    part_code CITEXT
+    part_code sv_text
         CONSTRAINT part_code_length CHECK (length(rtrim(part_code, ' ')) <= 30),
     Active sv_bit NOT NULL DEFAULT 1,
     ExpiryNoOfDays INT
@@ -307,7 +323,7 @@ CREATE INDEX ixItemCode ON aItem (itemcode);
 -- Barcodes printed on an item's packings; a scan of one counts one piece.
 CREATE TABLE aitempackingdetail (
     itemid INT NOT NULL,
-    packingbarcode CITEXT NOT NULL
+    packingbarcode sv_text NOT NULL
         CONSTRAINT packingbarcode_length CHECK (length(rtrim(packingbarcode, ' ')) <= 30),
     PackingTypeId INT,
     PackingQty NUMERIC(18,3) NOT NULL DEFAULT 1,
@@ -327,7 +343,7 @@ CREATE INDEX ixGodownDetailItem ON agodowndetail (itemid, godownid);
 
 CREATE TABLE aShipment (
     sShipmentId INT NOT NULL PRIMARY KEY,
-    sShipmentno CITEXT NOT NULL
+    sShipmentno sv_text NOT NULL
         CONSTRAINT sshipmentno_length CHECK (length(rtrim(sShipmentno, ' ')) <= 30),
     sShipmentDate TIMESTAMP(3) NOT NULL,
     sVendorId INT
@@ -348,16 +364,16 @@ CREATE TABLE moigodownstock (
 -- Stock transfers between godowns and shops; until received, the quantities are under way.
 CREATE TABLE loiStockTransferHeader (
     sthId INT NOT NULL PRIMARY KEY,
-    sthNo CITEXT NOT NULL
+    sthNo sv_text NOT NULL
         CONSTRAINT sthno_length CHECK (length(rtrim(sthNo, ' ')) <= 20),
     sthDate TIMESTAMP(3) NOT NULL,
-    sthFromLocationType CITEXT NOT NULL
+    sthFromLocationType sv_text NOT NULL
         CONSTRAINT sthfromlocationtype_length CHECK (length(rtrim(sthFromLocationType, ' ')) <= 1),
     sthFromLocationId INT NOT NULL,
-    sthToLocationType CITEXT NOT NULL
+    sthToLocationType sv_text NOT NULL
         CONSTRAINT sthtolocationtype_length CHECK (length(rtrim(sthToLocationType, ' ')) <= 1),
     sthToLocationId INT NOT NULL,
-    sthStatus CITEXT NOT NULL DEFAULT 'D'
+    sthStatus sv_text NOT NULL DEFAULT 'D'
         CONSTRAINT sthstatus_length CHECK (length(rtrim(sthStatus, ' ')) <= 1),
     sthCancelled sv_bit NOT NULL DEFAULT 0
 );
@@ -377,27 +393,27 @@ CREATE TABLE loiStockTransferDetail (
 -- null, and a bit column could not hold one.
 CREATE TABLE loiStockVerificationHeader (
     svhid INT NOT NULL,
-    svhno CITEXT
+    svhno sv_text
         CONSTRAINT svhno_length CHECK (length(rtrim(svhno, ' ')) <= 30),
     svhdate TIMESTAMP(3),
-    svhremarks CITEXT
+    svhremarks sv_text
         CONSTRAINT svhremarks_length CHECK (length(rtrim(svhremarks, ' ')) <= 250),
-    svhverificationby CITEXT
+    svhverificationby sv_text
         CONSTRAINT svhverificationby_length CHECK (length(rtrim(svhverificationby, ' ')) <= 250),
     svhGodownid INT NOT NULL,
     svhdepartmentid INT,
     svhconexrate DOUBLE PRECISION,
     svhdepexrate DOUBLE PRECISION,
-    svhexchangerates CITEXT
+    svhexchangerates sv_text
         CONSTRAINT svhexchangerates_length CHECK (length(rtrim(svhexchangerates, ' ')) <= 250),
-    svhFutureVc CITEXT
+    svhFutureVc sv_text
         CONSTRAINT svhfuturevc_length CHECK (length(rtrim(svhFutureVc, ' ')) <= 10),
-    svhcreatedtime CITEXT
+    svhcreatedtime sv_text
         CONSTRAINT svhcreatedtime_length CHECK (length(rtrim(svhcreatedtime, ' ')) <= 8),
     updatetime TIMESTAMP(3),
     svhposted SMALLINT DEFAULT 0,
     svhcancelled SMALLINT DEFAULT 0,
-    svhcancelledRemarks CITEXT
+    svhcancelledRemarks sv_text
         CONSTRAINT svhcancelledremarks_length
             CHECK (length(rtrim(svhcancelledRemarks, ' ')) <= 255),
     PRIMARY KEY (svhGodownid, svhid)
@@ -525,18 +541,18 @@ CREATE INDEX ixTotalVerificationChange
 -- Faults reported by any routine of the application (the fault desk).
 CREATE TABLE aFaultLog (
     FaultId INT GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY,
-    SourceName CITEXT
+    SourceName sv_text
         CONSTRAINT sourcename_length CHECK (length(rtrim(SourceName, ' ')) <= 100),
-    UserName CITEXT
+    UserName sv_text
         CONSTRAINT username_length CHECK (length(rtrim(UserName, ' ')) <= 50),
-    RoutineName CITEXT
+    RoutineName sv_text
         CONSTRAINT routinename_length CHECK (length(rtrim(RoutineName, ' ')) <= 100),
     ErrorNumber INT,
-    ErrorSource CITEXT
+    ErrorSource sv_text
         CONSTRAINT errorsource_length CHECK (length(rtrim(ErrorSource, ' ')) <= 250),
-    ErrorDescription CITEXT
+    ErrorDescription sv_text
         CONSTRAINT errordescription_length CHECK (length(rtrim(ErrorDescription, ' ')) <= 1000),
-    TransactionMode CITEXT
+    TransactionMode sv_text
         CONSTRAINT transactionmode_length CHECK (length(rtrim(TransactionMode, ' ')) <= 10),
     LoggedAt TIMESTAMP(3) NOT NULL
 );
@@ -548,11 +564,11 @@ CREATE TABLE aActivityTrail (
     GodownID INT NOT NULL,
     UserID INT NOT NULL,
     InterfaceID INT NOT NULL,
-    TransKey CITEXT
+    TransKey sv_text
         CONSTRAINT transkey_length CHECK (length(rtrim(TransKey, ' ')) <= 50),
-    TransNo CITEXT
+    TransNo sv_text
         CONSTRAINT transno_length CHECK (length(rtrim(TransNo, ' ')) <= 50),
-    ActionType CITEXT NOT NULL
+    ActionType sv_text NOT NULL
         CONSTRAINT actiontype_length CHECK (length(rtrim(ActionType, ' ')) <= 1),
     LoggedTime TIMESTAMP(3),
     SavedTime TIMESTAMP(3) NOT NULL
@@ -568,7 +584,7 @@ CREATE TABLE aScreenPalette (
     ButtonBackColor INT NOT NULL,
     GridBackColor INT NOT NULL,
     GridForeColor INT NOT NULL,
-    FontName CITEXT NOT NULL
+    FontName sv_text NOT NULL
         CONSTRAINT fontname_length CHECK (length(rtrim(FontName, ' ')) <= 50),
     FontSize SMALLINT NOT NULL
 );
@@ -577,7 +593,7 @@ CREATE TABLE aScreenPalette (
 CREATE TABLE aGridColumnProfile (
     UserID INT NOT NULL,
     CompanyID INT NOT NULL,
-    GridName CITEXT NOT NULL
+    GridName sv_text NOT NULL
         CONSTRAINT gridname_length CHECK (length(rtrim(GridName, ' ')) <= 100),
     ColumnIndex SMALLINT NOT NULL,
     ColumnWidth INT NOT NULL,

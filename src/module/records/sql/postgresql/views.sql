@@ -20,7 +20,7 @@ LEFT JOIN loiLocation l ON l.lGodownId = gs.gsGodownId AND l.lLocationId = gs.gs
 CREATE VIEW vwitemdescription AS
 SELECT i.ItemId AS itemID,
        (CASE WHEN trim(coalesce(i.PackSize, '')) = '' THEN i.ItemName
-             ELSE i.ItemName || ' ' || trim(i.PackSize) END)::citext AS itemdescription
+             ELSE i.ItemName || ' ' || trim(i.PackSize) END)::sv_text AS itemdescription
 FROM aItem i;
 
 -- The description printed on slips and reports: the short print name where one is set.
@@ -28,7 +28,7 @@ CREATE VIEW vwItemDescriptionPrint AS
 SELECT i.ItemId AS ItemId,
        (CASE WHEN trim(coalesce(i.ItemPrintName, '')) <> '' THEN trim(i.ItemPrintName)
              WHEN trim(coalesce(i.PackSize, '')) = '' THEN i.ItemName
-             ELSE i.ItemName || ' ' || trim(i.PackSize) END)::citext AS ItemDescription
+             ELSE i.ItemName || ' ' || trim(i.PackSize) END)::sv_text AS ItemDescription
 FROM aItem i;
 
 -- Quantities under way: the lines of stock transfers dispatched and not yet received, once
