@@ -114,6 +114,12 @@ public:
 
     /// Statements stop with a timeout error after this many seconds (0: never).
     virtual void setCommandTimeout(int seconds) = 0;
+
+    /// Waits for the rows a provider sent ahead without waiting (a server's
+    /// pipeline) and raises the error of one it refused. Every other call
+    /// does this first; a recordset does it when it is closed, so that a
+    /// refused row is met by the routine that wrote it.
+    virtual void settle() {}
 };
 
 } // namespace ado

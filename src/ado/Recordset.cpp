@@ -445,6 +445,11 @@ void RecordsetState::close() {
     rows.clear();
     stale.clear();
     batch.clear();
+    // Rows added through this recordset may still wait in the server's
+    // pipeline: one that was refused is raised here, by the routine that
+    // wrote it, and not by whatever statement comes next.
+    if (rowsAdded > 0 && connection.State() == adStateOpen)
+        connection.session().provider().settle();
 }
 
 } // namespace ado

@@ -170,6 +170,15 @@ begin
 end $$;
 )";
 
+// The writes that wait in one pipeline at most: the server's replies to them
+// fit in the socket's buffers, and a refused row is met within as many rows.
+constexpr std::size_t aheadLimit = 500;
+
+bool failed(const PgResult &r) {
+    auto s = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
+    return s != PGRES_COMMAND_OK && s != PGRES_TUPLES_OK;
+}
+
 struct Params {
     std::vector<const char *> values;
     explicit Params(const std::vector<Param> &params) {
@@ -205,6 +214,8 @@ void PgConnection::fail(const PGresult *result, std::string_view shown) {
 }
 
 PgResult PgConnection::exec(std::string_view sql, std::string_view shown) {
+    settle();
+    ++roundTrips_;
     PgResult r(PQexec(conn_, std::string(sql).c_str()));
     auto status = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
     if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
@@ -231,11 +242,115 @@ void PgConnection::begin() {
 }
 
 void PgConnection::commit() {
+    endCursors();
     inTransaction_ = false;
     exec("commit", "CommitTrans");
 }
 
+// A cursor opened in the transaction ends with it: those still read take
+// their other rows first, and those closed need no close any more.
+void PgConnection::endCursors() {
+    auto ending = std::move(ending_);
+    ending_.clear();
+    for (auto &[name, readRest] : ending)
+        if (PQstatus(conn_) != CONNECTION_BAD)
+            readRest();
+    std::erase_if(closing_,
+                  [&](const std::string &name) { return closedInTransaction_.count(name) > 0; });
+    closedInTransaction_.clear();
+}
+
+std::string PgConnection::newCursorName() {
+    return "sv_c" + std::to_string(++cursors_);
+}
+
+PgResult PgConnection::openCursor(const std::string &name, std::string_view sql, long rows,
+                                  std::string_view shown, std::function<void()> readRest) {
+    // Outside a transaction the server keeps the rows for the cursor when
+    // the statement's own transaction ends (WITH HOLD); inside one the cursor
+    // reads as the statement goes, and ends with the transaction.
+    const bool held = !inTransaction_;
+    std::vector<PgResult> r = together({"declare " + name + " scroll cursor" +
+                                            (held ? " with hold" : "") + " for " +
+                                            std::string(sql),
+                                        "fetch forward " + std::to_string(rows) + " from " + name},
+                                       shown);
+    if (!held)
+        ending_.emplace(name, std::move(readRest));
+    return std::move(r.back());
+}
+
+PgResult PgConnection::fetch(const std::string &name, long rows, std::string_view shown) {
+    std::string count = rows < 0 ? std::string("all") : std::to_string(rows);
+    return std::move(together({"fetch forward " + count + " from " + name}, shown).back());
+}
+
+long PgConnection::countAfter(const std::string &name, long position, std::string_view shown) {
+    std::vector<PgResult> r = together(
+        {"move forward all in " + name, "move absolute " + std::to_string(position) + " in " + name},
+        shown);
+    return std::atol(PQcmdTuples(r.front().get()));
+}
+
+void PgConnection::closeCursor(const std::string &name) {
+    if (ending_.erase(name))
+        closedInTransaction_.insert(name);
+    closing_.push_back(name);
+}
+
+std::vector<PgResult> PgConnection::together(std::vector<std::string> statements,
+                                             std::string_view shown) {
+    settle();
+    applyTimeout();
+    const std::size_t own = statements.size();
+    for (const auto &name : closing_)
+        statements.insert(statements.begin(), "close " + name);
+    closing_.clear();
+    const bool guarded = inTransaction_;
+    if (!PQenterPipelineMode(conn_))
+        fail(nullptr, shown);
+    if (guarded)
+        sendOne(nullptr, "savepoint sv_statement", {});
+    for (const auto &statement : statements)
+        sendOne(nullptr, statement, {});
+    if (guarded)
+        sendOne(nullptr, "release savepoint sv_statement", {});
+    ++roundTrips_;
+    if (!PQpipelineSync(conn_))
+        fail(nullptr, shown);
+    PgResult savepoint = guarded ? takeResult() : nullptr;
+    std::vector<PgResult> results;
+    for (std::size_t i = 0; i < statements.size(); ++i)
+        results.push_back(takeResult());
+    PgResult release = guarded ? takeResult() : nullptr;
+    // Outside a transaction the statements' own transaction ends at the sync,
+    // and with it a held cursor takes the rest of its rows: that may fail too.
+    PgResult ending = takeSync();
+    PQexitPipelineMode(conn_);
+    if (ending)
+        fail(ending.get(), shown);
+    if (guarded && failed(savepoint))
+        fail(savepoint.get(), shown);
+    for (auto &r : results)
+        if (failed(r)) {
+            if (guarded && PQstatus(conn_) != CONNECTION_BAD)
+                exec("rollback to savepoint sv_statement; release savepoint sv_statement", shown);
+            fail(r.get(), shown);
+        }
+    if (guarded && failed(release))
+        fail(release.get(), shown);
+    results.erase(results.begin(), results.end() - static_cast<std::ptrdiff_t>(own));
+    return results;
+}
+
 void PgConnection::rollback() {
+    // The writes still in the pipeline go with the transaction: a refused one
+    // among them changes nothing that the rollback leaves.
+    if (!ahead_.empty() && PQstatus(conn_) != CONNECTION_BAD)
+        drainAhead();
+    ahead_.clear();
+    if (inTransaction_)
+        endCursors();
     inTransaction_ = false;
     timeout_ = -1;
     // A connection that is gone took its transaction with it: the server
@@ -253,12 +368,19 @@ PgResult PgConnection::run(std::string_view sql, const std::vector<Param> &param
 
 PgResult PgConnection::runPrepared(const std::string &sql, const std::vector<Param> &params,
                                    std::string_view shown) {
+    const std::string &name = preparedName(sql, shown);
+    return send(&name, sql, params, shown);
+}
+
+const std::string &PgConnection::preparedName(const std::string &sql, std::string_view shown) {
     auto it = prepared_.find(sql);
     if (it == prepared_.end()) {
+        settle();
         std::string name = "sv" + std::to_string(prepared_.size() + 1);
         // A refused prepare would end a transaction as a refused statement would.
         if (inTransaction_)
             exec("savepoint sv_statement", shown);
+        ++roundTrips_;
         PgResult r(PQprepare(conn_, name.c_str(), sql.c_str(), 0, nullptr));
         if (!r || PQresultStatus(r.get()) != PGRES_COMMAND_OK) {
             if (inTransaction_ && PQstatus(conn_) != CONNECTION_BAD)
@@ -269,14 +391,92 @@ PgResult PgConnection::runPrepared(const std::string &sql, const std::vector<Par
             exec("release savepoint sv_statement", shown);
         it = prepared_.emplace(sql, name).first;
     }
-    return send(&it->second, sql, params, shown);
+    return it->second;
+}
+
+void PgConnection::sendAhead(const std::string &sql, const std::vector<Param> &params,
+                             std::string shown, std::function<void(const PGresult &)> done) {
+    const std::string &name = preparedName(sql, shown);
+    if (!inTransaction_) {
+        PgResult r = send(&name, sql, params, shown);
+        done(*r);
+        return;
+    }
+    applyTimeout();
+    queueAhead({std::move(shown), std::move(done), name, params});
+    if (ahead_.size() >= aheadLimit)
+        settle();
+}
+
+// The writes of one pipeline share one savepoint: a savepoint for each row
+// would cost the server a subtransaction for each.
+void PgConnection::queueAhead(Ahead write) {
+    if (ahead_.empty()) {
+        if (!PQenterPipelineMode(conn_))
+            fail(nullptr, write.shown);
+        sendOne(nullptr, "savepoint sv_batch", {});
+    }
+    sendOne(&write.statement, "", write.params);
+    ahead_.push_back(std::move(write));
+}
+
+std::optional<PgConnection::Refusal> PgConnection::drainAhead() {
+    std::vector<Ahead> ahead = std::move(ahead_);
+    ahead_.clear();
+    sendOne(nullptr, "release savepoint sv_batch", {});
+    ++roundTrips_;
+    if (!PQpipelineSync(conn_))
+        fail(nullptr, ahead.front().shown);
+    PgResult savepoint = takeResult();
+    std::vector<PgResult> results;
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        results.push_back(takeResult());
+    PgResult release = takeResult();
+    PgResult sync(PQgetResult(conn_));
+    PQexitPipelineMode(conn_);
+    if (failed(savepoint))
+        return Refusal{std::move(ahead.front().shown), std::move(savepoint), {}};
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        if (failed(results[i])) {
+            // After a failure the server skipped the rest up to the sync.
+            ahead.resize(i + 1);
+            Refusal refusal{std::move(ahead.back().shown), std::move(results[i]), {}};
+            ahead.pop_back();
+            refusal.before = std::move(ahead);
+            return refusal;
+        }
+    if (failed(release))
+        return Refusal{std::move(ahead.front().shown), std::move(release), {}};
+    for (std::size_t i = 0; i < ahead.size(); ++i)
+        ahead[i].done(*results[i]);
+    return std::nullopt;
+}
+
+void PgConnection::settle() {
+    if (ahead_.empty())
+        return;
+    std::optional<Refusal> refusal = drainAhead();
+    if (!refusal)
+        return;
+    if (PQstatus(conn_) != CONNECTION_BAD) {
+        // The refused write alone is undone: the batch goes back to its
+        // savepoint, and the writes before the refused one are sent again.
+        // Those after it never ran.
+        exec("rollback to savepoint sv_batch; release savepoint sv_batch", refusal->shown);
+        for (auto &write : refusal->before)
+            queueAhead(std::move(write));
+        settle();
+    }
+    fail(refusal->result.get(), refusal->shown);
 }
 
 PgResult PgConnection::send(const std::string *prepared, std::string_view sql,
                             const std::vector<Param> &params, std::string_view shown) {
+    settle();
     applyTimeout();
     if (inTransaction_)
         return pipelined(prepared, sql, params, shown);
+    ++roundTrips_;
     Params p(params);
     int n = static_cast<int>(params.size());
     PgResult r(
@@ -301,6 +501,32 @@ void PgConnection::sendOne(const std::string *prepared, std::string_view sql,
         fail(nullptr, sql);
 }
 
+// The answer to a pipeline's sync: nothing, or the error the server gave at it.
+PgResult PgConnection::takeSync() {
+    PgResult error;
+    int nothing = 0;
+    while (nothing < 2) {
+        PGresult *r = PQgetResult(conn_);
+        if (!r) {
+            if (PQstatus(conn_) == CONNECTION_BAD)
+                break;
+            ++nothing;
+            continue;
+        }
+        nothing = 0;
+        const auto status = PQresultStatus(r);
+        if (status == PGRES_PIPELINE_SYNC) {
+            PQclear(r);
+            break;
+        }
+        if (!error && status == PGRES_FATAL_ERROR)
+            error.reset(r);
+        else
+            PQclear(r);
+    }
+    return error;
+}
+
 // The first result of the next query in the pipeline; the rest of it is read and dropped.
 PgResult PgConnection::takeResult() {
     PgResult first;
@@ -320,6 +546,7 @@ PgResult PgConnection::pipelined(const std::string *prepared, std::string_view s
     sendOne(nullptr, "savepoint sv_statement", {});
     sendOne(prepared, sql, params);
     sendOne(nullptr, "release savepoint sv_statement", {});
+    ++roundTrips_;
     if (!PQpipelineSync(conn_))
         fail(nullptr, shown);
     PgResult savepoint = takeResult();
@@ -327,10 +554,6 @@ PgResult PgConnection::pipelined(const std::string *prepared, std::string_view s
     PgResult release = takeResult();
     PgResult sync(PQgetResult(conn_));
     PQexitPipelineMode(conn_);
-    auto failed = [](const PgResult &r) {
-        auto s = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
-        return s != PGRES_COMMAND_OK && s != PGRES_TUPLES_OK;
-    };
     if (failed(savepoint))
         fail(savepoint.get(), shown);
     if (failed(result)) {

@@ -4,6 +4,8 @@
 #include "ado/sql/DateText.h"
 
 #include <cstdint>
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <limits>
 
@@ -51,6 +53,103 @@ PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const P
                    std::function<PgResult()> rerun)
     : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
       identified_(translation.rowidAdded) {
+    describe(catalog);
+}
+
+// The first batch arrives with the cursor's open, in the same round trip.
+constexpr long firstBatch = 100;
+// Batches grow to this, so that a recordset read to its end costs few round trips.
+constexpr long largestBatch = 10000;
+
+PgCursor::PgCursor(std::shared_ptr<PgConnection> connection, std::string shown,
+                   const sql::Translation &translation, const PgCatalog &catalog)
+    : connection_(std::move(connection)), sql_(translation.sql), shown_(std::move(shown)),
+      baseTable_(translation.baseTable), identified_(translation.rowidAdded) {
+    // The statement becomes the cursor's query: a closing semicolon would end it early.
+    while (!sql_.empty() && (std::isspace(static_cast<unsigned char>(sql_.back())) ||
+                             sql_.back() == ';'))
+        sql_.pop_back();
+    result_ = openOnServer();
+    describe(catalog);
+}
+
+PgCursor::~PgCursor() {
+    if (!name_.empty())
+        connection_->closeCursor(name_);
+}
+
+PgResult PgCursor::openOnServer() {
+    name_ = connection_->newCursorName();
+    PgResult first =
+        connection_->openCursor(name_, sql_, firstBatch, shown_, [this] { readRest(); });
+    fetched_ = PQntuples(first.get());
+    batch_ = firstBatch * 4;
+    if (fetched_ < firstBatch) {
+        connection_->closeCursor(name_);
+        name_.clear();
+    }
+    return first;
+}
+
+void PgCursor::readRest() {
+    try {
+        PgResult rest = connection_->fetch(name_, -1, shown_);
+        fetched_ += PQntuples(rest.get());
+        rest_.push_back(std::move(rest));
+    } catch (const vb::Error &e) {
+        restError_ = e;
+    }
+    name_.clear();
+}
+
+bool PgCursor::rowAtHand() {
+    while (!result_ || next_ >= PQntuples(result_.get())) {
+        if (!rest_.empty()) {
+            result_ = std::move(rest_.front());
+            rest_.pop_front();
+        } else if (restError_) {
+            throw *restError_;
+        } else if (name_.empty()) {
+            return false;
+        } else {
+            result_ = onServer([&] { return connection_->fetch(name_, batch_, shown_); });
+            const long got = PQntuples(result_.get());
+            fetched_ += got;
+            if (got < batch_) {
+                connection_->closeCursor(name_);
+                name_.clear();
+            }
+            batch_ = std::min(batch_ * 4, largestBatch);
+        }
+        next_ = 0;
+    }
+    return true;
+}
+
+std::optional<long> PgCursor::remaining() {
+    long left = result_ ? PQntuples(result_.get()) - next_ : 0;
+    for (const auto &r : rest_)
+        left += PQntuples(r.get());
+    if (restError_)
+        return std::nullopt;
+    if (!name_.empty())
+        left += onServer([&] { return connection_->countAfter(name_, fetched_, shown_); });
+    return left;
+}
+
+// A fetch the server refused leaves the cursor unusable: it is given up (it
+// ends with the transaction), and a later read meets the same error.
+template <class Body> auto PgCursor::onServer(Body &&body) -> decltype(body()) {
+    try {
+        return body();
+    } catch (const vb::Error &e) {
+        name_.clear();
+        restError_ = e;
+        throw;
+    }
+}
+
+void PgCursor::describe(const PgCatalog &catalog) {
     int columns = PQnfields(result_.get()) - (identified_ ? 1 : 0);
     std::string base = sql::lowerCase(baseTable_);
     for (int i = 0; i < columns; ++i) {
@@ -74,7 +173,7 @@ PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const P
 }
 
 bool PgCursor::next(Row &row) {
-    if (!result_ || next_ >= PQntuples(result_.get()))
+    if (!rowAtHand())
         return false;
     row.values.resize(fields_.size());
     for (std::size_t i = 0; i < fields_.size(); ++i) {
@@ -96,8 +195,18 @@ bool PgCursor::next(Row &row) {
 }
 
 void PgCursor::restart() {
-    result_ = rerun_();
     next_ = 0;
+    if (!connection_) {
+        result_ = rerun_();
+        return;
+    }
+    // The statement runs again, on a new cursor: a new snapshot, as a rerun reads.
+    if (!name_.empty())
+        connection_->closeCursor(name_);
+    name_.clear();
+    rest_.clear();
+    restError_.reset();
+    result_ = openOnServer();
 }
 
 } // namespace ado::postgresql

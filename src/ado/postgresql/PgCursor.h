@@ -5,7 +5,9 @@
 #include "ado/postgresql/PgCatalog.h"
 #include "ado/postgresql/PgConnection.h"
 #include "ado/sql/Translator.h"
+#include "vb/Error.h"
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,29 +16,51 @@
 
 namespace ado::postgresql {
 
-/// The statement's rows arrive whole: under read-committed the server gives
-/// a statement one snapshot, so rows read later would be the same rows, and
-/// a recordset left half read holds nothing open on the connection. Keyset
-/// and forward-only recordsets both read from here.
+/// The rows of a recordset come through a cursor on the server, a batch at
+/// a time, so that a recordset opened only to add rows, or read in part,
+/// costs what it reads and not what the table holds; the cursor reads the
+/// statement's one snapshot, so rows read later are the rows of the open.
+/// Its rows are counted on the server. The rows of Execute arrive whole.
+/// Keyset and forward-only recordsets both read from here.
 class PgCursor : public Cursor {
 public:
-    /// `rerun` runs the statement again for `restart`.
+    /// Rows that arrived whole; `rerun` runs the statement again for `restart`.
     PgCursor(PgResult result, const sql::Translation &translation, const PgCatalog &catalog,
              std::function<PgResult()> rerun);
+    /// Opens a cursor on the server over `translation`'s select.
+    PgCursor(std::shared_ptr<PgConnection> connection, std::string shown,
+             const sql::Translation &translation, const PgCatalog &catalog);
+    ~PgCursor() override;
+    PgCursor(const PgCursor &) = delete;
+    PgCursor &operator=(const PgCursor &) = delete;
 
     const std::vector<FieldInfo> &fields() const override { return fields_; }
     const std::string &baseTable() const override { return baseTable_; }
     bool rowsIdentified() const override { return identified_; }
     bool next(Row &row) override;
     void restart() override;
-    /// The rows are all here: what is left is counted without reading it.
-    std::optional<long> remaining() override {
-        return result_ ? PQntuples(result_.get()) - next_ : 0;
-    }
+    /// What is left here, and what the server has yet to send counted there.
+    std::optional<long> remaining() override;
 
 private:
+    /// The fields, from the first result.
+    void describe(const PgCatalog &catalog);
+    PgResult openOnServer();
+    /// True when `result_` has a row at `next_`, fetching the next batch if need be.
+    bool rowAtHand();
+    /// The transaction that the cursor lives in ends: the rows left come now.
+    void readRest();
+    template <class Body> auto onServer(Body &&body) -> decltype(body());
+
     PgResult result_;
     std::function<PgResult()> rerun_;
+    std::shared_ptr<PgConnection> connection_; // for a cursor on the server
+    std::string sql_, shown_;
+    std::string name_;        // of the cursor on the server while it has rows to give
+    std::deque<PgResult> rest_; // rows taken before they were asked for
+    std::optional<vb::Error> restError_; // met while taking them, raised in their place
+    long fetched_ = 0;        // rows the server has sent
+    long batch_ = 0;          // rows asked for by the next fetch
     std::vector<FieldInfo> fields_;
     std::vector<Oid> types_;
     std::vector<bool> bits_;

@@ -25,6 +25,10 @@ bool changesSchema(std::string_view sql) {
     return word == "create" || word.rfind("alter", 0) == 0 || word.rfind("drop", 0) == 0;
 }
 
+// The rowids that stand for rows still in the pipeline lie below every key a
+// table holds and every ctid.
+constexpr std::int64_t provisionalBase = -(std::int64_t{1} << 62);
+
 long affected(const PgResult &r) {
     return std::atol(PQcmdTuples(r.get()));
 }
@@ -106,6 +110,12 @@ std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable, S
     if (t.statements == 0)
         throw statementError("A recordset opens one statement: \"" + firstWords(sql) + "\"");
     beforeStatement(t.sql);
+    if (WriterLock::readsOnly(t.sql)) {
+        // Read through a cursor on the server: what the recordset does not
+        // read is never sent (the rows are not known yet).
+        const PgCatalog &tables = catalog();
+        return std::make_unique<PgCursor>(conn_, std::string(sql), t, tables);
+    }
     PgResult r = conn_->run(t.sql, {}, sql);
     if (changesSchema(t.sql))
         catalog_.reset();
@@ -162,12 +172,27 @@ std::int64_t PgProvider::insertRow(std::string_view table, const std::vector<Col
     if (log.detailed)
         log.translated = sql + "\n" + describeValues(values);
     writerLock_.beforeWrite();
-    PgResult r = conn_->runPrepared(sql, params, "insert into " + std::string(table));
     log.rows = 1;
-    if (PQntuples(r.get()) == 0 || PQgetisnull(r.get(), 0, 0))
-        return 0;
-    return key.empty() ? rowidOfTid(PQgetvalue(r.get(), 0, 0))
-                       : std::strtoll(PQgetvalue(r.get(), 0, 0), nullptr, 10);
+    // The row's rowid is known once the server has run the insert: until
+    // then the recordset holds one that stands for it (rowidOf).
+    const std::int64_t provisional = provisionalBase - static_cast<std::int64_t>(inserted_.size());
+    inserted_.push_back(0);
+    const std::size_t at = inserted_.size() - 1;
+    conn_->sendAhead(sql, params, "insert into " + std::string(table),
+                     [this, at, byTid = key.empty()](const PGresult &r) {
+                         if (PQntuples(&r) == 0 || PQgetisnull(&r, 0, 0))
+                             return;
+                         inserted_[at] = byTid ? rowidOfTid(PQgetvalue(&r, 0, 0))
+                                               : std::strtoll(PQgetvalue(&r, 0, 0), nullptr, 10);
+                     });
+    return conn_->writesAhead() > 0 ? provisional : inserted_[at];
+}
+
+std::int64_t PgProvider::rowidOf(std::int64_t rowid) {
+    if (rowid > provisionalBase)
+        return rowid;
+    conn_->settle();
+    return inserted_.at(static_cast<std::size_t>(provisionalBase - rowid));
 }
 
 std::int64_t PgProvider::updateRow(std::string_view table, std::int64_t rowid,
@@ -175,6 +200,7 @@ std::int64_t PgProvider::updateRow(std::string_view table, std::int64_t rowid,
     if (values.empty())
         return rowid;
     const std::string &key = tableOf(table).keyColumn(table);
+    rowid = rowidOf(rowid);
     std::string sql = "UPDATE " + serverName(table) + " SET ";
     std::vector<Param> params;
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -199,6 +225,7 @@ std::int64_t PgProvider::updateRow(std::string_view table, std::int64_t rowid,
 std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_t rowid,
                                              const std::vector<std::string> &columns) {
     const std::string &key = tableOf(table).keyColumn(table);
+    rowid = rowidOf(rowid);
     if (rowid == 0)
         return {}; // the row keeps the values it was written with
     std::string names;

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ado::postgresql {
 
@@ -51,6 +52,10 @@ public:
         conn_->rollback();
     }
     void setCommandTimeout(int seconds) override { conn_->setTimeout(seconds); }
+    void settle() override { conn_->settle(); }
+
+    /// The connection, for the tests that count its round trips.
+    const PgConnection &connection() const { return *conn_; }
 
 private:
     /// The tables, read at the first statement and again after one that
@@ -64,6 +69,9 @@ private:
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
+    /// The rowid of a row, where `rowid` may stand for one added by an insert
+    /// still in the pipeline: waits for it then.
+    std::int64_t rowidOf(std::int64_t rowid);
     /// The condition that finds a row by its rowid, its value added to `params`.
     std::string identity(const std::string &key, std::int64_t rowid,
                          std::vector<Param> &params) const;
@@ -72,6 +80,10 @@ private:
     WriterLock writerLock_;
     std::optional<PgCatalog> catalog_;
     PgDialect dialect_;
+    /// The rowids of the rows added through recordsets, in the order they
+    /// were sent: a recordset holds the one that stood for a row while its
+    /// insert was in the pipeline, and may go on holding it.
+    std::vector<std::int64_t> inserted_;
 };
 
 /// A value as the text parameter the server reads for it; nothing for Null and Empty.
