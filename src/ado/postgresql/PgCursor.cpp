@@ -47,6 +47,18 @@ vb::Variant readValue(const char *text, Oid type, bool bit) {
     return vb::Variant(std::string(text));
 }
 
+std::string writtenName(const std::string &name, const std::vector<std::string> &statementNames,
+                        const std::string *schemaName) {
+    if (sql::lowerCase(name) != name)
+        return name;
+    for (const auto &written : statementNames)
+        if (sql::lowerCase(written) == name)
+            return written;
+    if (schemaName && sql::lowerCase(*schemaName) == name)
+        return *schemaName;
+    return name;
+}
+
 PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const PgCatalog &catalog,
                    std::function<PgResult()> rerun)
     : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
@@ -57,16 +69,21 @@ PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const P
         std::string name = PQfname(result_.get(), i);
         FieldInfo field{name == unnamedColumn ? "" : name, ""};
         bool bit = false;
+        const std::string *schemaName = nullptr;
         Oid table = PQftable(result_.get(), i);
         if (table != InvalidOid) {
             auto t = catalog.tableName.find(table);
             auto c = catalog.columnAt.find({table, PQftablecol(result_.get(), i)});
+            if (auto w = catalog.writtenAt.find({table, PQftablecol(result_.get(), i)});
+                w != catalog.writtenAt.end())
+                schemaName = &w->second;
             if (t != catalog.tableName.end() && c != catalog.columnAt.end()) {
                 if (!base.empty() && sql::lowerCase(t->second) == base)
                     field.baseColumn = c->second;
                 bit = catalog.tables.columnType(t->second, c->second).kind == sql::ColumnKind::Bit;
             }
         }
+        field.name = writtenName(field.name, translation.columnNames, schemaName);
         fields_.push_back(std::move(field));
         types_.push_back(PQftype(result_.get(), i));
         bits_.push_back(bit);

@@ -45,6 +45,14 @@ private:
     int next_ = 0;
 };
 
+/// The name of a result column that the server gave as `name`. The server
+/// folds names written without quotes to lower case; such a name is given
+/// back as the statement wrote it (an alias, `statementNames`), else as the
+/// schema wrote the column the result reads (`schemaName`: select *, vw.*),
+/// else as the server gave it.
+std::string writtenName(const std::string &name, const std::vector<std::string> &statementNames,
+                        const std::string *schemaName);
+
 /// A value of a result, as text from the server, read as the old data layer
 /// read the column's type.
 vb::Variant readValue(const char *text, Oid type, bool bit);

@@ -61,6 +61,8 @@ private:
                                    std::string_view sql);
     /// Waits for another user's save, or takes the writer's lock (WriterLock.h).
     void beforeStatement(std::string_view sql);
+    /// Whether the body of the procedure reads getdate()'s clock.
+    bool procedureReadsClock(std::string_view name);
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
@@ -75,6 +77,7 @@ private:
     /// Rows of tables without a key that this connection changed: the ctid a
     /// recordset knows them by, and the one they have now.
     std::map<std::pair<std::string, std::int64_t>, std::int64_t> moved_;
+    std::map<std::string, bool> readsClock_; // procedure (lower case) -> reads the clock
 };
 
 /// A value as the text parameter the server reads for it; nothing for Null and Empty.

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace ado::sql {
 
@@ -69,6 +70,10 @@ struct Translation {
     bool rowidAdded = false;
     /// Statements in the text (parts between semicolons that hold any).
     int statements = 0;
+    /// The names the select list gives its columns as the statement writes
+    /// them: aliases, and the last part of plain columns (an engine that
+    /// folds names to lower case gives them back in their written case).
+    std::vector<std::string> columnNames;
 };
 
 /// Translates SQL Server text, token by token; what stands inside string
