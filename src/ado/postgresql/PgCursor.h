@@ -45,13 +45,15 @@ private:
     int next_ = 0;
 };
 
-/// The name of a result column that the server gave as `name`. The server
-/// folds names written without quotes to lower case; such a name is given
-/// back as the statement wrote it (an alias, `statementNames`), else as the
-/// schema wrote the column the result reads (`schemaName`: select *, vw.*),
-/// else as the server gave it.
-std::string writtenName(const std::string &name, const std::vector<std::string> &statementNames,
-                        const std::string *schemaName);
+/// The names of a result's columns. The server folds names written without
+/// quotes to lower case; a column is named as the select list writes it
+/// (`items`, Translation::columnNames: the alias of `a.CashGroupID CurID`),
+/// and a column of a star as the schema writes it (`schemaNames`, by
+/// column: null where the catalog knows none). `serverNames` are the names
+/// the server gave, "" for none.
+std::vector<std::string> resultNames(const std::vector<std::string> &serverNames,
+                                     const std::vector<std::optional<std::string>> &items,
+                                     const std::vector<const std::string *> &schemaNames);
 
 /// A value of a result, as text from the server, read as the old data layer
 /// read the column's type.

@@ -46,15 +46,16 @@ std::vector<std::vector<const Node *>> commaParts(std::span<const Node *const> n
     return parts;
 }
 
-// The name a select list item gives its column: its alias, or the last part of a plain
-// (dotted) column; "" for an expression without an alias.
+// The name a select list item gives its column: its alias (with or without AS), or the
+// last part of a plain (dotted) column; "" for an expression without an alias, whose last
+// name follows an operator.
 std::string itemName(const std::vector<const Node *> &item) {
     if (item.empty() || !isName(*item.back()))
         return "";
-    if (item.size() == 1 || item[item.size() - 2]->isWord("as") ||
-        item[item.size() - 2]->isSymbol("."))
-        return std::string(item.back()->token.text);
-    return "";
+    const Node *before = item.size() > 1 ? item[item.size() - 2] : nullptr;
+    if (before && before->is(Kind::Symbol) && !before->isSymbol("."))
+        return "";
+    return std::string(item.back()->token.text);
 }
 
 void addIfFolded(std::vector<WrittenName> &out, const std::string &relation,

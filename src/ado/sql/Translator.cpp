@@ -167,7 +167,8 @@ private:
     void planWrittenLiteral(const Node *value, const ColumnType &type);
     std::string exactWrite(const std::string &value, const ColumnType &type);
     void planSelectList(Level &level, Translation &result);
-    bool nameItem(Level &level, std::size_t a, std::size_t b, std::vector<std::string> &names);
+    bool nameItem(Level &level, std::size_t a, std::size_t b,
+                  std::vector<std::optional<std::string>> &names);
     void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
 
     std::string convertArguments(const Node &group, std::string_view function);
@@ -934,7 +935,7 @@ bool callsAggregate(const std::vector<Node> &nodes) {
 // Names one item of the select list (positions a to b - 1), adding the name it
 // gives to `names`; true when it calls an aggregate function.
 bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b,
-                        std::vector<std::string> &names) {
+                        std::vector<std::optional<std::string>> &names) {
     const Node &last = level.at(b - 1);
     bool star = last.isSymbol("*");
     bool column = !star && isName(level.at(a)) && nameChainEnd(level, a) == b - 1;
@@ -945,8 +946,12 @@ bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b,
         level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
     else if (!star && !aliased)
         level.edits.after[level.sig[b - 1]] += dialect_.unnamedAlias();
-    if (column || aliased)
-        names.push_back(last.is(Kind::String) ? last.token.stringValue() : last.token.name());
+    if (star)
+        names.emplace_back();
+    else if (column || aliased)
+        names.emplace_back(last.is(Kind::String) ? last.token.stringValue() : last.token.name());
+    else
+        names.emplace_back("");
     bool aggregate = false;
     for (std::size_t i = a; i < b; ++i) {
         if (i + 1 < b && level.at(i + 1).group && level.at(i).is(Kind::Word))

@@ -70,10 +70,12 @@ struct Translation {
     bool rowidAdded = false;
     /// Statements in the text (parts between semicolons that hold any).
     int statements = 0;
-    /// The names the select list gives its columns as the statement writes
-    /// them: aliases, and the last part of plain columns (an engine that
-    /// folds names to lower case gives them back in their written case).
-    std::vector<std::string> columnNames;
+    /// The items of the select list in order, each with the name it gives
+    /// its column as the statement writes it (an alias, the last part of a
+    /// plain column, "" for an expression without a name), or nothing for a
+    /// star, which gives the columns of a table or view. An engine that folds
+    /// names to lower case gives them back as written by these.
+    std::vector<std::optional<std::string>> columnNames;
 };
 
 /// Translates SQL Server text, token by token; what stands inside string
