@@ -31,7 +31,8 @@ sv="$prefix/bin/stockverify"
 [ "$(sed -n 1p "$work/version.txt")" = "stockverify $version" ] ||
     fail "--version says '$(sed -n 1p "$work/version.txt")', not 'stockverify $version'"
 grep -qE '^SQLite 3\.[0-9]+\.[0-9]+$' "$work/version.txt" || fail "--version names no SQLite: $(cat "$work/version.txt")"
-if ldd "$sv" | grep -q 'libpq\.so'; then
+# grep -q would stop reading early, and under pipefail ldd's broken pipe would read as no libpq.
+if ldd "$sv" | grep 'libpq\.so' >/dev/null; then
     grep -qE '^libpq [0-9]+\.[0-9]+(\.[0-9]+)?$' "$work/version.txt" ||
         fail "linked with libpq, --version does not name it: $(cat "$work/version.txt")"
 elif grep -q '^libpq' "$work/version.txt"; then

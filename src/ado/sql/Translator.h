@@ -46,6 +46,8 @@ public:
     /// refuses in arithmetic and writes (a divisor of zero, text in a sum,
     /// text too long for its column): the translator then spells the
     /// engine's guarding functions (sv_divide, sv_modulo, sv_fit, sv_convert).
+    /// Where false, text beside a number in arithmetic is converted to the
+    /// number's type as `convert` spells it, and the engine refuses the rest.
     virtual bool guardsValues() const = 0;
     /// What follows an expression of a select list that has no name.
     virtual std::string unnamedAlias() const = 0;
