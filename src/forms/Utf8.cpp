@@ -1,5 +1,7 @@
 #include "forms/Utf8.h"
 
+#include "vb/Utf8.h"
+
 namespace forms::utf8 {
 
 namespace {
@@ -38,23 +40,7 @@ std::string substr(std::string_view text, int start, int count) {
 }
 
 std::string encode(char32_t c) {
-    std::string out;
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-    return out;
+    return vb::utf8::encode(std::u32string_view(&c, 1));
 }
 
 std::u32string decode(std::string_view text) {

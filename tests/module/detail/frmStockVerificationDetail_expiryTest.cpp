@@ -1,4 +1,5 @@
 // The expiry grid of the detail form, which the configuration keeps hidden: its routines called directly.
+#include "frame/GridCells.h"
 #include "frame/ModuleSession.h"
 
 #include "forms/MsgBox.h"
@@ -14,7 +15,7 @@
 namespace tqsv2731 {
 namespace {
 
-using Rows = std::vector<std::vector<std::string>>;
+using test::Rows;
 
 struct ExpiryPanel {
     ExpiryPanel() {
@@ -24,17 +25,7 @@ struct ExpiryPanel {
     }
     frmStockVerificationDetail &form() { return s.m.frmStockVerificationDetail(); }
     forms::FlexGrid &grid() { return form().flxexpiry; }
-    Rows cells(const forms::FlexGrid &g, int lastCol) {
-        Rows out;
-        for (int r = 1; r < g.Rows(); ++r) {
-            std::vector<std::string> row;
-            for (int c = 0; c <= lastCol; ++c) {
-                row.push_back(g.TextMatrix(r, c));
-            }
-            out.push_back(row);
-        }
-        return out;
-    }
+    Rows cells(const forms::FlexGrid &g, int lastCol) { return test::gridCells(g, lastCol); }
 
     test::ModuleSession s;
 };
