@@ -93,9 +93,10 @@ public:
     /// Adds a row; returns its rowid.
     virtual std::int64_t insertRow(std::string_view table, const std::vector<ColumnValue> &values,
                                    StatementLog &log) = 0;
-    /// Changes a row identified by its rowid.
-    virtual void updateRow(std::string_view table, std::int64_t rowid,
-                           const std::vector<ColumnValue> &values, StatementLog &log) = 0;
+    /// Changes a row identified by its rowid; returns the rowid that identifies it from now
+    /// on, which differs where the engine moves a changed row (PostgreSQL's ctid).
+    virtual std::int64_t updateRow(std::string_view table, std::int64_t rowid,
+                                   const std::vector<ColumnValue> &values, StatementLog &log) = 0;
     /// Reads columns of a row again, after it has been written.
     virtual std::vector<vb::Variant> readRow(std::string_view table, std::int64_t rowid,
                                              const std::vector<std::string> &columns) = 0;

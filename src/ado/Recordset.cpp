@@ -398,8 +398,10 @@ void RecordsetState::writeChanged(Row &row, const std::vector<vb::Variant> &valu
     if (s.trace().active())
         what = "update " + baseTable + " rowid " + std::to_string(row.rowid) + " (recordset #" +
                std::to_string(sequence) + ")";
-    s.call(Operation::Update, what, "",
-           [&](StatementLog &log) { s.provider().updateRow(baseTable, row.rowid, written, log); });
+    // A row the engine moves when it changes is known by where it stands now.
+    row.rowid = s.call(Operation::Update, what, "", [&](StatementLog &log) {
+        return s.provider().updateRow(baseTable, row.rowid, written, log);
+    });
     row.values = values;
     ++rowsChanged;
 }

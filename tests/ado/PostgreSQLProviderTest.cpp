@@ -236,6 +236,30 @@ TEST_F(PostgreSQLProviderTest, AddNewAndUpdateFindTheRowByItsKey) {
               "1");
 }
 
+TEST_F(PostgreSQLProviderTest, TheSlotAChangedRowLeftIsNotMistakenForItLater) {
+    c.Execute("insert loiStockVerificationDetail (svdid, svdAvailStock) values (1, 1), (2, 2)");
+    ado::Recordset moved;
+    moved.Open("select * from loiStockVerificationDetail where svdid = 1", c, ado::adOpenKeyset,
+               ado::adLockOptimistic);
+    moved.Fields("svdAvailStock") = vb::Variant(10.0);
+    moved.Update();
+    moved.Close();
+    // The row goes and vacuum frees the slot it first stood in, which the next row takes:
+    // a row found there later is that row, not the one this connection once moved away.
+    native(uri, "delete from loiStockVerificationDetail where svdid = 1");
+    native(uri, "vacuum loiStockVerificationDetail");
+    c.Execute("insert loiStockVerificationDetail (svdid, svdAvailStock) values (3, 3)");
+    ado::Recordset later;
+    later.Open("select * from loiStockVerificationDetail where svdid = 3", c, ado::adOpenKeyset,
+               ado::adLockOptimistic);
+    later.Fields("svdAvailStock") = vb::Variant(30.0);
+    later.Update();
+    later.Close();
+    EXPECT_EQ(first("select svdAvailStock from loiStockVerificationDetail where svdid = 3"), "30");
+    EXPECT_EQ(first("select svdAvailStock from loiStockVerificationDetail where svdid = 2"), "2");
+    EXPECT_EQ(first("select count(*) from loiStockVerificationDetail"), "2");
+}
+
 TEST_F(PostgreSQLProviderTest, AFailedStatementLeavesTheTransactionOpen) {
     c.BeginTrans();
     c.Execute("insert aItem (ItemId, itemcode) values (10, 'a')");

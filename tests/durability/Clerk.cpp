@@ -1,7 +1,9 @@
 // durability_clerk: one clerk saving new entries into a godown through the entry form's OK,
-// as a person at a terminal would, so that several of them can run against one database file.
+// or correcting and cancelling entries through the register's Edit and Delete, as a person at
+// a terminal would, so that several of them can run against one database.
 //
 //     durability_clerk DB STATE_DIR ENTRIES ROWS SEED [BATON_DIR CLERK CLERKS]
+//     durability_clerk change DB STATE_DIR TRACE GO_FILE SEED ROWS EDIT_ID EDITS [DELETE_ID...]
 //
 // DB is a database file, or a connection string ("sqlite:PATH", "postgresql://...").
 // With a baton folder, CLERKS clerks (numbered from 0) take turns: their saves are numbered
@@ -17,12 +19,24 @@
 // between the two and know what the module had or had not committed. A fault reported
 // through the fault desk, or a save that leaves the form open, ends the clerk with exit
 // status 3 and the fault on standard error.
+//
+// With "change", the clerk opens the register, prints "ready" and waits for GO_FILE to appear
+// (so that clerks who took different times to start begin together); then, in an order drawn
+// from SEED, it edits entry EDIT_ID EDITS times (each time counting ROWS lines afresh in place of the stored ones) and
+// deletes each DELETE_ID with a reason, tracing its statements to TRACE. It prints
+// "edited ID ROWS" and "deleted ID" as each save or delete ends, and "conflict ID" for an edit
+// refused because another clerk changed the entry's header between its reading and writing
+// it (the edit then writes nothing). An edit that opens locked, a delete the register
+// refuses, or any other fault or message but the delete's question ends it with exit status 3.
+#include "forms/Input.h"
 #include "forms/ListView.h"
 #include "forms/MsgBox.h"
 #include "forms/Screen.h"
 #include "forms/TestUi.h"
 #include "module/entry/frmStockVerification.h"
 #include "module/frame/Module.h"
+#include "module/register/frmMaster.h"
+#include "module/register/frmcancelreason.h"
 #include "services/Context.h"
 #include "services/FaultReport.h"
 #include "vb/Conversion.h"
@@ -32,10 +46,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -89,13 +106,22 @@ void fillList(tqsv2731::frmStockVerification &entry, int rows, std::mt19937 &ran
 
 /// The clerk reads every message box, answers OK and carries on, as people do; the fault
 /// desk shows each failure in one, so the boxes are how the clerk learns of them.
+/// The one question the clerk expects, Delete's, is answered Yes and is no fault.
 class ClerkUi : public forms::TestUi {
 public:
+    ClerkUi() : forms::TestUi(100000) {}
     int msgBox(std::string_view prompt, int, std::string_view) override {
+        if (prompt.starts_with(deleteQuestion)) {
+            return forms::vbYes;
+        }
         shown.emplace_back(prompt);
         return forms::vbOK;
     }
     std::vector<std::string> shown;
+
+private:
+    static constexpr std::string_view deleteQuestion =
+        "Are you sure you want to Delete the entry of - ";
 };
 
 /// Headers the clerk's trace shows written, failed or not.
@@ -128,9 +154,181 @@ std::string faults(const fs::path &stateDir) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-} // namespace
+/// What the fault desk (`reported`, the part of its log written since the clerk last looked)
+/// and the message boxes told the clerk, on standard error; true if anything.
+bool told(const std::string &reported, const ClerkUi &ui, const std::string &what) {
+    if (reported.empty() && ui.shown.empty()) {
+        return false;
+    }
+    std::cerr << what << ": the fault desk recorded\n" << reported;
+    for (const std::string &prompt : ui.shown) {
+        std::cerr << "message: " << prompt << '\n';
+    }
+    return true;
+}
 
-int main(int argc, char **argv) {
+bool told(const fs::path &stateDir, const ClerkUi &ui, const std::string &what) {
+    return told(faults(stateDir), ui, what);
+}
+
+/// True when all that went wrong is the header of the entry having been changed by another
+/// clerk between the edit's reading it and writing it: the save then writes nothing and
+/// commits that, and the clerk counts again later, as a person told so would.
+bool lostToAnotherEdit(const std::string &reported, const ClerkUi &ui) {
+    static constexpr std::string_view changed = "Row cannot be located for updating";
+    std::istringstream lines(reported);
+    int faultLines = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty()) {
+            continue;
+        }
+        ++faultLines;
+        if (line.find("\tUpdateRequest\t") == std::string::npos ||
+            line.find(changed) == std::string::npos) {
+            return false;
+        }
+    }
+    return faultLines == 1 && ui.shown.size() == 1 && ui.shown[0].find(changed) != std::string::npos;
+}
+
+/// The module as the host hands it over: company 1, user 1, godown 1, the plain count.
+void openSession(tqsv2731::Module &m, ado::Connection &connection) {
+    m.adocon = connection;
+    m.intCompanyID = 1;
+    m.intUserID = 1;
+    m.intGodownID = 1;
+    m.intInterfaceID = 1005;
+    m.strMsgboxCaption = "Stock Verification";
+    m.dtProcessDate = vb::DateSerial(2026, 11, 22);
+}
+
+ado::Connection connect(const std::string &db) {
+    ado::Connection connection;
+    const bool named = db.starts_with("sqlite:") || db.starts_with("postgresql://");
+    connection.Open(named ? db : "sqlite:" + db);
+    return connection;
+}
+
+/// Selects the register's row of entry `id`, as a click on it would; false if not listed.
+bool selectEntry(tqsv2731::frmMaster &master, std::int32_t id) {
+    for (int row = 1; row < master.flexMaster.Rows(); ++row) {
+        if (master.flexMaster.TextMatrix(row, 0) == std::to_string(id)) {
+            master.flexMaster.setRow(row);
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Edit on entry `id`: the stored lines give way to a fresh count of `rows` lines, and OK.
+/// False, with the reason on standard error, where a person could not have saved it.
+bool editEntry(tqsv2731::Module &m, ClerkUi &ui, std::int32_t id, int rows, std::mt19937 &random) {
+    tqsv2731::frmMaster &master = m.frmMaster();
+    if (!selectEntry(master, id) || !master.CmdEdit.Enabled()) {
+        std::cerr << "entry " << id << " cannot be edited from the register\n";
+        return false;
+    }
+    bool saved = false;
+    ui.queueAction([&](forms::Input &input) {
+        tqsv2731::frmStockVerification &entry = m.frmStockVerification();
+        entry.lvwRequest.ListItems().Clear();
+        fillList(entry, rows, random);
+        entry.txtRemarks.setText("Recount of " + std::to_string(id));
+        saved = input.click(entry.cmdOK);
+        if (!saved) {
+            std::cerr << "entry " << id << " opened with OK switched off\n";
+            input.closeForm(entry);
+        }
+    });
+    master.CmdEdit_Click();
+    if (saved && m.slotOf<tqsv2731::frmStockVerification>(m.frmStockVerification_).loaded()) {
+        std::cerr << "entry " << id << ": the save did not end, the entry form is open\n";
+        return false;
+    }
+    return saved;
+}
+
+/// Delete on entry `id`, answered Yes, with a reason typed into the dialog.
+bool deleteEntry(tqsv2731::Module &m, ClerkUi &ui, std::int32_t id) {
+    tqsv2731::frmMaster &master = m.frmMaster();
+    if (!selectEntry(master, id) || !master.CmdDelete.Enabled()) {
+        std::cerr << "entry " << id << " cannot be deleted from the register\n";
+        return false;
+    }
+    bool reasoned = false;
+    ui.queueAction([&](forms::Input &input) {
+        tqsv2731::frmcancelreason &dialog = m.frmcancelreason();
+        dialog.txtcanreason.setText("Counted twice");
+        reasoned = input.click(dialog.cmdOK);
+    });
+    master.CmdDelete_Click();
+    if (!reasoned) {
+        std::cerr << "entry " << id << ": the reason dialog did not take the reason\n";
+    }
+    return reasoned;
+}
+
+int changeEntries(int argc, char **argv) {
+    if (argc < 10) {
+        std::cerr << "usage: durability_clerk change DB STATE_DIR TRACE GO_FILE SEED ROWS EDIT_ID "
+                     "EDITS [DELETE_ID...]\n";
+        return 2;
+    }
+    const fs::path stateDir = argv[3];
+    const fs::path go = argv[5];
+    std::mt19937 random(static_cast<std::mt19937::result_type>(std::stoul(argv[6])));
+    const int rows = std::stoi(argv[7]);
+    const std::int32_t edited = std::stoi(argv[8]);
+    // A positive id is edited, a negative one deleted, in an order of the seed's drawing.
+    std::vector<std::int32_t> plan(static_cast<std::size_t>(std::stoi(argv[9])), edited);
+    for (int i = 10; i < argc; ++i) {
+        plan.push_back(-std::stoi(argv[i]));
+    }
+    std::shuffle(plan.begin(), plan.end(), random);
+
+    ClerkUi ui;
+    forms::Screen screen{ui};
+    services::Context context(screen, stateDir);
+    ado::Connection connection = connect(argv[2]);
+    connection.traceSql(argv[4]);
+    tqsv2731::Module m(context);
+    openSession(m, connection);
+    m.frmMaster();
+    if (told(stateDir, ui, "the register")) {
+        return 3;
+    }
+    std::cout << "ready" << std::endl;
+    const auto until = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!fs::exists(go)) {
+        if (std::chrono::steady_clock::now() > until) {
+            std::cerr << "no word to begin came within a minute\n";
+            return 4;
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+    for (const std::int32_t action : plan) {
+        const std::size_t logged = faults(stateDir).size();
+        ui.shown.clear();
+        const bool done =
+            action > 0 ? editEntry(m, ui, action, rows, random) : deleteEntry(m, ui, -action);
+        const std::string reported = faults(stateDir).substr(logged);
+        if (done && action > 0 && lostToAnotherEdit(reported, ui)) {
+            std::cout << "conflict " << action << std::endl;
+            continue;
+        }
+        if (!done || told(reported, ui, "entry " + std::to_string(std::abs(action)))) {
+            return 3;
+        }
+        if (action > 0) {
+            std::cout << "edited " << action << ' ' << rows << std::endl;
+        } else {
+            std::cout << "deleted " << -action << std::endl;
+        }
+    }
+    return 0;
+}
+
+int saveEntries(int argc, char **argv) {
     if (argc != 6 && argc != 9) {
         std::cerr << "usage: durability_clerk DB STATE_DIR ENTRIES ROWS SEED [BATON_DIR CLERK "
                      "CLERKS]\n";
@@ -150,20 +348,12 @@ int main(int argc, char **argv) {
     ClerkUi ui;
     forms::Screen screen{ui};
     services::Context context(screen, stateDir);
-    ado::Connection connection;
-    const bool named = db.starts_with("sqlite:") || db.starts_with("postgresql://");
-    connection.Open(named ? db : "sqlite:" + db);
+    ado::Connection connection = connect(db);
     if (takesTurns) {
         connection.traceSql(traceOf(clerk).string());
     }
     tqsv2731::Module m(context);
-    m.adocon = connection;
-    m.intCompanyID = 1;
-    m.intUserID = 1;
-    m.intGodownID = 1;
-    m.intInterfaceID = 1005;
-    m.strMsgboxCaption = "Stock Verification";
-    m.dtProcessDate = vb::DateSerial(2026, 11, 22);
+    openSession(m, connection);
     m.frmMaster();
 
     for (int k = 1; k <= entries; ++k) {
@@ -180,12 +370,7 @@ int main(int argc, char **argv) {
         }
         std::cout << "saving " << k << std::endl;
         entry.cmdOK_Click();
-        const std::string reported = faults(stateDir);
-        if (!reported.empty() || !ui.shown.empty()) {
-            std::cerr << "entry " << k << ": the fault desk recorded\n" << reported;
-            for (const std::string &prompt : ui.shown) {
-                std::cerr << "message: " << prompt << '\n';
-            }
+        if (told(stateDir, ui, "entry " + std::to_string(k))) {
             return 3;
         }
         if (m.slotOf<tqsv2731::frmStockVerification>(m.frmStockVerification_).loaded()) {
@@ -195,4 +380,13 @@ int main(int argc, char **argv) {
         std::cout << "saved " << m.lngVerificationId << std::endl;
     }
     return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc > 1 && std::string_view(argv[1]) == "change") {
+        return changeEntries(argc, argv);
+    }
+    return saveEntries(argc, argv);
 }

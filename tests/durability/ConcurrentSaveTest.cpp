@@ -1,19 +1,15 @@
 // Several clerks saving into one godown at the same moment, each in a process of its own on
 // one database, as terminals sharing the embedded database file or a server's database do.
 #include "ClerkProcess.h"
-#include "GodownBook.h"
+#include "ClerkReport.h"
 #include "DurabilityFolder.h"
-#include "TestCluster.h"
-
-#include "module/records/ScratchServerDatabase.h"
+#include "GodownBook.h"
+#include "SharedDatabase.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -25,66 +21,15 @@ constexpr int entriesEach = 10;
 /// Enough lines that a save's transaction stays open long after its header is written.
 constexpr int rowsEach = 150;
 
-/// The svhid of every "saved" line a clerk printed.
-std::vector<std::int64_t> savedIds(const std::string &output) {
-    std::vector<std::int64_t> ids;
-    std::istringstream in(output);
-    for (std::string word; in >> word;) {
-        if (word == "saved") {
-            std::int64_t id = 0;
-            in >> id;
-            ids.push_back(id);
-        }
-    }
-    return ids;
-}
-
-/// When each transaction of a clerk's trace began and ended ("2026-11-23 16:18:16.434"),
-/// in the order of its saves.
-struct Transactions {
-    std::vector<std::string> begun;
-    std::vector<std::string> ended;
-};
-
-Transactions transactionsOf(const std::filesystem::path &trace) {
-    Transactions t;
-    std::ifstream in(trace);
-    for (std::string line; std::getline(in, line);) {
-        if (line.rfind('#', 0) != 0) {
-            continue;
-        }
-        const std::size_t at = line.find(' ');
-        const std::string when = line.substr(at + 1, 23);
-        if (line.ends_with(" begin transaction")) {
-            t.begun.push_back(when);
-        } else if (line.ends_with(" commit transaction") ||
-                   line.ends_with(" rollback transaction")) {
-            t.ended.push_back(when);
-        }
-    }
-    return t;
-}
-
-enum class Engine { SQLite, PostgreSQL };
-
 class ConcurrentSaveTest : public ::testing::TestWithParam<Engine> {};
 
 TEST_P(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNothingTwice) {
     DurabilityFolder folder;
-    std::string db;
-    std::unique_ptr<records::ScratchServerDatabase> server;
-    if (GetParam() == Engine::PostgreSQL) {
-        std::string whyNot;
-        const std::string cluster = pgtest::clusterUri(whyNot);
-        if (cluster.empty())
-            GTEST_SKIP() << whyNot;
-        records::DemoOptions demo;
-        demo.items = records::demoFeaturedItems;
-        server = std::make_unique<records::ScratchServerDatabase>(cluster, demo);
-        db = server->uri();
-    } else {
-        db = folder.demoDatabase("shared.db").string();
+    const SharedDatabase shared(GetParam(), folder);
+    if (!shared.available()) {
+        GTEST_SKIP() << shared.whyNot();
     }
+    const std::string &db = shared.db();
     std::int64_t before = 0;
     StockByItem stockBefore;
     {
@@ -108,7 +53,7 @@ TEST_P(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNot
     std::set<std::int64_t> reported;
     for (ClerkProcess &clerk : running) {
         EXPECT_EQ(clerk.wait(), 0) << clerk.errors();
-        for (std::int64_t id : savedIds(clerk.output())) {
+        for (std::int64_t id : reportedIds(clerk.output(), "saved")) {
             EXPECT_TRUE(reported.insert(id).second) << "two clerks were told they saved " << id;
         }
     }
@@ -155,10 +100,7 @@ TEST_P(ConcurrentSaveTest, ClerksSavingIntoOneGodownAtOnceLoseNothingAndCountNot
 
 INSTANTIATE_TEST_SUITE_P(Engines, ConcurrentSaveTest,
                          ::testing::Values(Engine::SQLite, Engine::PostgreSQL),
-                         [](const auto &info) {
-                             return info.param == Engine::SQLite ? std::string("SQLite")
-                                                                 : std::string("PostgreSQL");
-                         });
+                         [](const auto &info) { return engineName(info.param); });
 
 } // namespace
 } // namespace durability

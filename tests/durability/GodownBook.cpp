@@ -108,8 +108,15 @@ std::int64_t GodownBook::lastEntryId() {
     return std::stoll(r.at(0).at(0));
 }
 
+std::int64_t GodownBook::lastLiveEntryId() {
+    const auto r = rows("select coalesce(max(svhid), 0) from loiStockVerificationHeader "
+                        "where svhcancelled = 0 and svhGodownid = " +
+                        godown_);
+    return std::stoll(r.at(0).at(0));
+}
+
 std::vector<std::vector<std::string>> GodownBook::entriesAfter(std::int64_t afterId) {
-    return rows("select svhid, svhno, svhFutureVc from loiStockVerificationHeader "
+    return rows("select svhid, svhno, svhFutureVc, svhcancelled from loiStockVerificationHeader "
                 "where svhGodownid = " +
                 godown_ + " and svhid > " + std::to_string(afterId) + " order by svhid");
 }
@@ -125,11 +132,13 @@ std::map<std::int64_t, std::int64_t> GodownBook::linesAfter(std::int64_t afterId
     return out;
 }
 
-std::map<std::int64_t, std::int64_t> GodownBook::trailAfter(std::int64_t afterId) {
+std::map<std::int64_t, std::int64_t> GodownBook::trailAfter(std::int64_t afterId,
+                                                        const std::string &action) {
     std::map<std::int64_t, std::int64_t> out;
     for (const auto &row : rows("select cast(TransKey as integer) k, count(*) from aActivityTrail "
                                 "where GodownID = " +
-                                godown_ + " and ActionType = 'N' and cast(TransKey as integer) > " +
+                                godown_ + " and ActionType = '" + action +
+                                "' and cast(TransKey as integer) > " +
                                 std::to_string(afterId) + " group by k")) {
         out[std::stoll(row[0])] = std::stoll(row[1]);
     }
@@ -160,10 +169,12 @@ StockByItem GodownBook::stock() {
 
 StockByItem GodownBook::countedChanges(std::int64_t afterId) {
     StockByItem out;
-    for (const auto &row : rows("select svdItemID, svdShipmentID, svdAvailStock, "
-                                "svdVerifiedStock, svdavailbadstock, svdverifiedbadstock "
-                                "from loiStockVerificationDetail where svdGodownID = " +
-                                godown_ + " and svdid > " + std::to_string(afterId))) {
+    for (const auto &row :
+         rows("select svdItemID, svdShipmentID, svdAvailStock, svdVerifiedStock, "
+              "svdavailbadstock, svdverifiedbadstock from loiStockVerificationDetail d "
+              "join loiStockVerificationHeader h on h.svhid = d.svdid and "
+              "h.svhGodownid = d.svdGodownID where h.svhcancelled = 0 and svdGodownID = " +
+              godown_ + " and svdid > " + std::to_string(afterId))) {
         Quantity &q = out[{std::stoll(row[0]), std::stoll(row[1])}];
         q.good += thousandths(row[3]) - thousandths(row[2]);
         q.bad += thousandths(row[5]) - thousandths(row[4]);

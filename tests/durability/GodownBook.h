@@ -45,17 +45,22 @@ public:
     std::string integrity();
     /// The highest svhid of the godown, 0 with no entry.
     std::int64_t lastEntryId();
-    /// svhid, svhno, svhFutureVc of the entries above `afterId`, by svhid.
+    /// The highest svhid of the godown's entries that are not cancelled, 0 with none.
+    std::int64_t lastLiveEntryId();
+    /// svhid, svhno, svhFutureVc, svhcancelled of the entries above `afterId`, by svhid.
     std::vector<std::vector<std::string>> entriesAfter(std::int64_t afterId);
     /// The number of detail lines of each entry above `afterId` (entries with lines only).
     std::map<std::int64_t, std::int64_t> linesAfter(std::int64_t afterId);
-    /// The activity trail's rows of new entries ("N") of the godown above `afterId`, by svhid.
-    std::map<std::int64_t, std::int64_t> trailAfter(std::int64_t afterId);
+    /// The activity trail's rows of one action ("N" new, "E" edited, "D" deleted) on the
+    /// godown's entries above `afterId`, by svhid.
+    std::map<std::int64_t, std::int64_t> trailAfter(std::int64_t afterId,
+                                                    const std::string &action = "N");
     /// Numbers that more than one entry of the godown carries.
     std::vector<std::string> repeatedNumbers();
     /// moigodownstock of the godown.
     StockByItem stock();
-    /// Counted minus book, summed over the lines of the entries above `afterId`.
+    /// Counted minus book, summed over the lines of the entries above `afterId` that are not
+    /// cancelled: a cancelled entry keeps its lines, and its stock was taken back.
     StockByItem countedChanges(std::int64_t afterId);
 
 private:

@@ -189,10 +189,10 @@ std::int64_t PgProvider::insertRow(std::string_view table, const std::vector<Col
                        : std::strtoll(PQgetvalue(r.get(), 0, 0), nullptr, 10);
 }
 
-void PgProvider::updateRow(std::string_view table, std::int64_t rowid,
-                           const std::vector<ColumnValue> &values, StatementLog &log) {
+std::int64_t PgProvider::updateRow(std::string_view table, std::int64_t rowid,
+                                   const std::vector<ColumnValue> &values, StatementLog &log) {
     if (values.empty())
-        return;
+        return rowid;
     const std::string &key = tableOf(table).keyColumn(table);
     std::string sql = "UPDATE " + serverName(table) + " SET ";
     std::vector<Param> params;
@@ -200,18 +200,19 @@ void PgProvider::updateRow(std::string_view table, std::int64_t rowid,
         sql += (i ? ", " : "") + serverName(*values[i].column) + " = $" + std::to_string(i + 1);
         params.push_back(parameterOf(*values[i].value));
     }
-    sql += " WHERE " + identity(table, key, rowid, params) + " RETURNING ctid";
+    sql += " WHERE " + identity(key, rowid, params) + " RETURNING ctid";
     if (log.detailed)
         log.translated = sql + "\n" + describeValues(values) + ", " + params.back().value_or("");
     writerLock_.beforeWrite();
     PgResult r = conn_->runPrepared(sql, params, "update " + std::string(table));
     log.rows = affected(r);
-    if (key.empty() && log.rows == 1)
-        moved_[{sql::lowerCase(table), rowid}] = rowidOfTid(PQgetvalue(r.get(), 0, 0));
     if (log.rows == 0)
         throw adoError(errnum::RowNotLocated, std::string(providerSource),
                        adoErrorText(errnum::RowNotLocated) + " (" + std::string(table) + " " +
                            params.back().value_or("") + ")");
+    // The new version of a row stands at a new ctid; the slot it left may later hold
+    // another row, so only the recordset that changed the row may know it by the new one.
+    return key.empty() ? rowidOfTid(PQgetvalue(r.get(), 0, 0)) : rowid;
 }
 
 std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_t rowid,
@@ -224,7 +225,7 @@ std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_
         names += (names.empty() ? "" : ", ") + serverName(c);
     std::vector<Param> params;
     std::string sql = "SELECT " + (names.empty() ? std::string("1") : names) + " FROM " +
-                      serverName(table) + " WHERE " + identity(table, key, rowid, params);
+                      serverName(table) + " WHERE " + identity(key, rowid, params);
     PgResult r = conn_->runPrepared(sql, params, "select from " + std::string(table));
     std::vector<vb::Variant> values;
     if (PQntuples(r.get()) == 0)
@@ -239,18 +240,12 @@ std::vector<vb::Variant> PgProvider::readRow(std::string_view table, std::int64_
     return values;
 }
 
-std::string PgProvider::identity(std::string_view table, const std::string &key, std::int64_t rowid,
+std::string PgProvider::identity(const std::string &key, std::int64_t rowid,
                                  std::vector<Param> &params) const {
     std::string mark = "$" + std::to_string(params.size() + 1);
     if (!key.empty()) {
         params.push_back(std::to_string(rowid));
         return serverName(key) + " = " + mark;
-    }
-    // A row this connection changed has moved: follow it to where it stands now.
-    auto at = moved_.find({sql::lowerCase(table), rowid});
-    while (at != moved_.end()) {
-        rowid = at->second;
-        at = moved_.find({sql::lowerCase(table), rowid});
     }
     params.push_back(tidOfRowid(rowid));
     return "ctid = " + mark;

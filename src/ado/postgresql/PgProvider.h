@@ -34,8 +34,8 @@ public:
                                     StatementLog &log) override;
     std::int64_t insertRow(std::string_view table, const std::vector<ColumnValue> &values,
                            StatementLog &log) override;
-    void updateRow(std::string_view table, std::int64_t rowid,
-                   const std::vector<ColumnValue> &values, StatementLog &log) override;
+    std::int64_t updateRow(std::string_view table, std::int64_t rowid,
+                           const std::vector<ColumnValue> &values, StatementLog &log) override;
     std::vector<vb::Variant> readRow(std::string_view table, std::int64_t rowid,
                                      const std::vector<std::string> &columns) override;
     std::vector<ParameterInfo> procedureParameters(std::string_view name) override;
@@ -67,16 +67,13 @@ private:
     const sql::Catalog &tableOf(std::string_view table);
 
     /// The condition that finds a row by its rowid, its value added to `params`.
-    std::string identity(std::string_view table, const std::string &key, std::int64_t rowid,
+    std::string identity(const std::string &key, std::int64_t rowid,
                          std::vector<Param> &params) const;
 
     std::shared_ptr<PgConnection> conn_;
     WriterLock writerLock_;
     std::optional<PgCatalog> catalog_;
     PgDialect dialect_;
-    /// Rows of tables without a key that this connection changed: the ctid a
-    /// recordset knows them by, and the one they have now.
-    std::map<std::pair<std::string, std::int64_t>, std::int64_t> moved_;
     std::map<std::string, bool> readsClock_; // procedure (lower case) -> reads the clock
 };
 

@@ -192,10 +192,10 @@ std::int64_t SqliteProvider::insertRow(std::string_view table,
     return db_->lastInsertRowid();
 }
 
-void SqliteProvider::updateRow(std::string_view table, std::int64_t rowid,
-                               const std::vector<ColumnValue> &values, StatementLog &log) {
+std::int64_t SqliteProvider::updateRow(std::string_view table, std::int64_t rowid,
+                                       const std::vector<ColumnValue> &values, StatementLog &log) {
     if (values.empty())
-        return;
+        return rowid;
     std::string key = "update\x1f" + std::string(table);
     for (const auto &v : values)
         key += "\x1f" + *v.column;
@@ -215,6 +215,7 @@ void SqliteProvider::updateRow(std::string_view table, std::int64_t rowid,
         throw adoError(errnum::RowNotLocated, std::string(providerSource),
                        adoErrorText(errnum::RowNotLocated) + " (" + std::string(table) + " rowid " +
                            std::to_string(rowid) + ")");
+    return rowid; // an update keeps a row's rowid
 }
 
 std::vector<vb::Variant> SqliteProvider::readRow(std::string_view table, std::int64_t rowid,

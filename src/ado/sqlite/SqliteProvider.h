@@ -34,8 +34,8 @@ public:
                                     StatementLog &log) override;
     std::int64_t insertRow(std::string_view table, const std::vector<ColumnValue> &values,
                            StatementLog &log) override;
-    void updateRow(std::string_view table, std::int64_t rowid,
-                   const std::vector<ColumnValue> &values, StatementLog &log) override;
+    std::int64_t updateRow(std::string_view table, std::int64_t rowid,
+                           const std::vector<ColumnValue> &values, StatementLog &log) override;
     std::vector<vb::Variant> readRow(std::string_view table, std::int64_t rowid,
                                      const std::vector<std::string> &columns) override;
     std::vector<ParameterInfo> procedureParameters(std::string_view name) override;
