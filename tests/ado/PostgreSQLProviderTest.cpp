@@ -4,6 +4,8 @@
 #include "ado/Connection.h"
 #include "ado/Errors.h"
 #include "ado/Recordset.h"
+#include "ado/postgresql/WrittenNames.h"
+#include "vb/Clock.h"
 #include "pg/TestCluster.h"
 
 #include <gtest/gtest.h>
@@ -324,6 +326,80 @@ TEST_F(PostgreSQLProviderTest, StoredProceduresRunInTheCallersTransaction) {
     missing.CommandText("spNoSuch");
     EXPECT_EQ(errorOf([&] { missing.Execute(); }).description(),
               "Could not find stored procedure 'spNoSuch'.");
+}
+
+// The names of a result's fields, joined by |.
+std::string fieldNames(const ado::Recordset &rs) {
+    std::string out;
+    for (int i = 0; i < rs.Fields().Count(); ++i)
+        out += (i ? "|" : "") + rs.Fields(i).Name();
+    return out;
+}
+
+TEST_F(PostgreSQLProviderTest, ResultsNameColumnsAsTheStatementAndTheSchemaWriteThem) {
+    const std::string view = "create view vwItemCodes as select i.ItemId, i.itemcode as "
+                             "ItemCode, i.itemrate * 2 as DoubleRate from aItem i;";
+    native(uri, view + ado::postgresql::writtenNameComments(std::string(schema) + view));
+    ado::Connection fresh; // reads the catalog with the view and its comments
+    fresh.Open(uri);
+    EXPECT_EQ(fieldNames(fresh.Execute("select * from aItem where ItemId = 1")),
+              "ItemId|itemcode|itemrate|Active");
+    EXPECT_EQ(fieldNames(fresh.Execute("select v.*, v.itemcode from vwItemCodes v")),
+              "ItemId|ItemCode|DoubleRate|itemcode");
+    EXPECT_EQ(fieldNames(fresh.Execute("select ItemId as Id, itemcode Code, 'x' \"Quoted\", "
+                                       "itemrate as [Rate], ItemId ITEMID, Active from aItem")),
+              "Id|Code|Quoted|Rate|ITEMID|Active");
+    ado::Recordset keyset;
+    keyset.Open("select i.ItemId RowKey, * from aItem i", fresh, ado::adOpenKeyset,
+                ado::adLockOptimistic);
+    EXPECT_EQ(fieldNames(keyset), "RowKey|ItemId|itemcode|itemrate|Active");
+}
+
+TEST_F(PostgreSQLProviderTest, UnknownNamesAreNamedAsTheStatementWritesThem) {
+    for (auto [sql, expected] :
+         {std::pair{"select a.ItemCodeX from aItem a", "Invalid column name 'a.ItemCodeX'."},
+          {"select ItemId from aItem order by svdItemCost", "Invalid column name 'svdItemCost'."},
+          {"update aItem set NoSuchRate = 1", "Invalid column name 'NoSuchRate'."},
+          {"select 'ItemCodeX', x.ItemCodeX from aItem x", "Invalid column name 'x.ItemCodeX'."},
+          {"select * from aItems", "Invalid object name 'aItems'."}}) {
+        auto e = errorOf([&] { c.Execute(sql); });
+        EXPECT_EQ(e.description(), expected) << sql;
+    }
+    EXPECT_EQ(errorOf([&] { c.Execute("select ItemCodeX from aItem"); }).number(),
+              ado::errnum::Statement);
+}
+
+TEST_F(PostgreSQLProviderTest, ProceduresThatReadTheClockReadTheProgramsClock) {
+    native(uri, R"(
+create or replace function sv_getdate() returns timestamp(3) language sql stable
+    as $$ select coalesce(nullif(current_setting('stockverify.now', true), '')::timestamp(3),
+                          localtimestamp(3)) $$;
+create or replace function sv_test_stamp(p_id integer) returns integer language plpgsql as $f$
+begin
+  update loiStockVerificationHeader set svhdate = sv_getdate() where svhid = p_id;
+  return 0;
+end $f$;)");
+    ado::Command stamp;
+    stamp.ActiveConnection(c);
+    stamp.CommandType(ado::adCmdStoredProc);
+    stamp.CommandText("sv_test_stamp");
+    stamp.Parameters(1) = vb::Variant(std::int32_t{1});
+    const vb::Date noon{vb::DateSerial(2026, 11, 22).serial + 0.5};
+    vb::setClock(noon);
+    stamp.Execute();
+    EXPECT_EQ(c.Execute("select svhdate from loiStockVerificationHeader where svhid = 1")
+                  .Fields(0)
+                  .Value(),
+              vb::Variant(noon));
+    // The clock moves between calls, and the next call reads it again.
+    const vb::Date later{vb::DateSerial(2026, 11, 23).serial + 0.25};
+    vb::setClock(later);
+    stamp.Execute();
+    vb::setClock(std::nullopt);
+    EXPECT_EQ(c.Execute("select svhdate from loiStockVerificationHeader where svhid = 1")
+                  .Fields(0)
+                  .Value(),
+              vb::Variant(later));
 }
 
 TEST_F(PostgreSQLProviderTest, AKilledBackendLosesTheWholeTransaction) {

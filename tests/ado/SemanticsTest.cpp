@@ -46,9 +46,6 @@ vb::Variant valueOf(const ado::Connection &c, const std::string &expression) {
 }
 
 TEST_P(SemanticsTest, ArithmeticGivesSqlServersValuesAndTypes) {
-    if (onServer())
-        GTEST_SKIP() << "not yet given on PostgreSQL: + and / between text and numbers by SQL "
-                        "Server's type precedence, and its error numbers for them";
     // Integers divide to an integer, cut toward zero; the remainder takes the dividend's sign.
     EXPECT_EQ(valueOf(c, "7 / 2"), vb::Variant(3));
     EXPECT_EQ(valueOf(c, "-7 / 2"), vb::Variant(-3));
@@ -82,6 +79,38 @@ TEST_P(SemanticsTest, ArithmeticGivesSqlServersValuesAndTypes) {
     EXPECT_EQ(text.description(),
               "Conversion failed when converting the varchar value 'x' to data type int.");
     EXPECT_TRUE(valueOf(c, "itemcode / 0 from aItem where ItemId = 3").isNull());
+}
+
+TEST_P(SemanticsTest, TextInArithmeticConvertsToTheNumbersType) {
+    c.Execute("update aItem set itemcode = ' 12 ' where ItemId = 2");
+    EXPECT_EQ(valueOf(c, "ItemId + itemcode from aItem where ItemId = 2"), vb::Variant(14));
+    EXPECT_EQ(valueOf(c, "itemcode - ItemId from aItem where ItemId = 2"), vb::Variant(10));
+    EXPECT_EQ(valueOf(c, "itemcode * 2 from aItem where ItemId = 2"), vb::Variant(24));
+    EXPECT_EQ(valueOf(c, "itemcode / 5 from aItem where ItemId = 2"), vb::Variant(2));
+    EXPECT_EQ(valueOf(c, "itemcode % 5 from aItem where ItemId = 2"), vb::Variant(2));
+    EXPECT_EQ(valueOf(c, "'1' + '2' + itemcode from aItem where ItemId = 2"),
+              vb::Variant("12 12 "));
+    auto text = errorOf([&] { valueOf(c, "1.5 + 'x'"); });
+    EXPECT_EQ(text.number(), -2147217913);
+    EXPECT_EQ(text.description(), "Error converting data type varchar to numeric.");
+}
+
+TEST_P(SemanticsTest, DivideByZeroRefusesTheStatementAndKeepsTheTransaction) {
+    c.BeginTrans();
+    c.Execute("update aItem set itemcode = 'kept' where ItemId = 1");
+    for (const char *sql : {"select 7 / 0", "select 7 % 0", "select 7.5 / 0",
+                            "update aItem set ItemId = ItemId / 0 where ItemId = 2"}) {
+        auto zero = errorOf([&] {
+            ado::Recordset rs = c.Execute(sql);
+            if (rs.State() == ado::adStateOpen)
+                rs.Fields(0).Value();
+        });
+        EXPECT_EQ(zero.number(), -2147217833) << sql;
+        EXPECT_EQ(zero.description(), "Divide by zero error encountered.") << sql;
+    }
+    c.CommitTrans();
+    EXPECT_EQ(first(c, "select itemcode from aItem where ItemId = 1"), "kept");
+    EXPECT_EQ(first(c, "select count(*) from aItem where ItemId = 2"), "1");
 }
 
 TEST_P(SemanticsTest, TextComparesIgnoringCaseAndTrailingBlanks) {
@@ -211,6 +240,22 @@ TEST_P(SemanticsTest, IsnumericAndConvertFollowSqlServer) {
     EXPECT_EQ(first(c, "select convert(varchar(3), 'abcdef')"), "abc");
     EXPECT_EQ(first(c, "select convert(varchar(24), 12.5)"), "12.5");
     EXPECT_EQ(first(c, "select convert(varchar(24), 0.1 + 0.2)"), "0.3");
+    // A float keeps 6 significant digits, as SQL Server writes it, with the
+    // exponent form past 6 digits before the point or below 0.0001.
+    for (auto [value, expected] : {std::pair{"1234.56789", "1234.57"},
+                                   {"1234567.5", "1.23457e+006"},
+                                   {"-98765432.1", "-9.87654e+007"},
+                                   {"999999.5", "1e+006"},
+                                   {"123456", "123456"},
+                                   {"0.0001", "0.0001"},
+                                   {"0.00001234", "1.234e-005"},
+                                   {"100", "100"},
+                                   {"0", "0"}})
+        EXPECT_EQ(first(c, "select convert(varchar(24), convert(float, " + std::string(value) +
+                               "))"),
+                  expected)
+            << value;
+    EXPECT_EQ(first(c, "select convert(varchar, convert(float, null))"), "<null>");
     if (!onServer()) {
         // A float keeps 6 significant digits, as SQL Server writes it. The
         // embedded database reads these literals as floats; the server reads
@@ -280,11 +325,14 @@ TEST_P(SemanticsTest, GetdateIsTheClockAndTopLimitsRows) {
     vb::setClock(std::nullopt);
     ado::Recordset rs =
         c.Execute("select updatetime from loiStockVerificationHeader where svhid = 1");
-    if (onServer()) // the server's clock, as SQL Server's getdate gave it
-        EXPECT_EQ(rs.Fields(0).Value().type(), vb::VarType::Date);
-    else
-        EXPECT_EQ(rs.Fields(0).Value(), vb::Variant(vb::Date{vb::DateSerial(2026, 11, 22).serial +
-                                                             vb::TimeSerial(18, 0, 0).serial}));
+    EXPECT_EQ(rs.Fields(0).Value(), vb::Variant(vb::Date{vb::DateSerial(2026, 11, 22).serial +
+                                                         vb::TimeSerial(18, 0, 0).serial}));
+    // The clock is read anew for each statement: a later one sees it moved.
+    vb::setClock(vb::Date{vb::DateSerial(2026, 11, 23).serial + 0.5});
+    EXPECT_EQ(c.Execute("select getdate()").Fields(0).Value(),
+              vb::Variant(vb::Date{vb::DateSerial(2026, 11, 23).serial +
+                                   vb::TimeSerial(12, 0, 0).serial}));
+    vb::setClock(std::nullopt);
     EXPECT_EQ(first(c, "select top 1 svhid from loiStockVerificationHeader order by svhid desc"),
               "5");
     ado::Recordset two;

@@ -19,7 +19,8 @@ select c.oid, c.relname, c.relkind, a.attnum, a.attname,
          where i.indrelid = c.oid and i.indisprimary and i.indnatts = 1
            and k.atttypid in ('int2'::regtype, 'int4'::regtype, 'int8'::regtype)),
        (select string_agg(pg_get_constraintdef(x.oid), ' ') from pg_constraint x
-         where x.conrelid = c.oid and x.contype = 'c' and x.conkey = array[a.attnum])
+         where x.conrelid = c.oid and x.contype = 'c' and x.conkey = array[a.attnum]),
+       col_description(c.oid, a.attnum)
   from pg_class c
   join pg_namespace n on n.oid = c.relnamespace
   join pg_attribute a on a.attrelid = c.oid and a.attnum > 0 and not a.attisdropped
@@ -79,7 +80,13 @@ PgCatalog readCatalog(PgConnection &conn) {
             out.tableName[oid] = name;
         }
         std::string column = PQgetvalue(r.get(), i, 4);
-        out.columnAt[{oid, std::atoi(PQgetvalue(r.get(), i, 3))}] = column;
+        const int number = std::atoi(PQgetvalue(r.get(), i, 3));
+        out.columnAt[{oid, number}] = column;
+        // A comment that is the column's name with capitals is its name as the schema wrote it
+        // (WrittenNames.h); any other comment is someone's note and says nothing of the name.
+        std::string written = PQgetvalue(r.get(), i, 8);
+        if (written != column && sql::lowerCase(written) == column)
+            out.writtenAt[{oid, number}] = written;
         columns.emplace_back(column, sqlServerType(PQgetvalue(r.get(), i, 5),
                                                    checkedLength(PQgetvalue(r.get(), i, 7))));
     }

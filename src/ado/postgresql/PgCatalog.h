@@ -24,6 +24,9 @@ struct PgCatalog {
     /// number, as a result names the column it read.
     std::map<std::pair<Oid, int>, std::string> columnAt;
     std::map<Oid, std::string> tableName;
+    /// The names of columns as the schema wrote them where the server keeps
+    /// them folded to lower case ("ItemId" for itemid), by the same keys.
+    std::map<std::pair<Oid, int>, std::string> writtenAt;
 };
 
 /// Reads the catalog from the server.

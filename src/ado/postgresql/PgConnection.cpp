@@ -29,8 +29,45 @@ create function pg_temp.sv_isnumeric(x text) returns integer language sql immuta
         then 1 else 0 end $$;
 create function pg_temp.sv_isnumeric(x anynonarray) returns integer language sql immutable
     as $$ select pg_temp.sv_isnumeric(x::text) $$;
+-- getdate() is the program's clock, which the provider sets before a statement that reads it
+-- (a clock fixed by a test stays fixed); the server's own clock where none was set.
 create function pg_temp.sv_getdate() returns timestamp(3) language sql stable
-    as $$ select localtimestamp(3) $$;
+    as $$ select coalesce(nullif(current_setting('stockverify.now', true), '')::timestamp(3),
+                          localtimestamp(3)) $$;
+-- A float as convert(varchar, x) writes it: 6 significant digits, and the exponent form with
+-- three exponent digits beyond 6 digits before the point or below 0.0001 ("1.23457e+006").
+create function pg_temp.sv_floattext(d double precision) returns text
+    language plpgsql immutable strict as $$
+declare
+    e text := to_char(d, '9.99999EEEE');
+    x integer;
+    m text;
+begin
+    if d = 0 or d <> d or d in ('Infinity', '-Infinity') then
+        return d::text;
+    end if;
+    x := substring(e from 'e([-+][0-9]+)$')::integer;
+    if x < -4 or x >= 6 then
+        m := rtrim(rtrim(trim(substring(e from '^(.*)e')), '0'), '.');
+        return m || 'e' || (case when x < 0 then '-' else '+' end) || lpad(abs(x)::text, 3, '0');
+    end if;
+    m := round(d::numeric, 5 - x)::text;
+    if position('.' in m) > 0 then
+        m := rtrim(rtrim(m, '0'), '.');
+    end if;
+    return m;
+end $$;
+-- Any value as text for convert(varchar, x): floats as above, the rest as the server writes
+-- them. The branch for floats is only planned when a float comes.
+create function pg_temp.sv_text(x text) returns text language sql immutable
+    as $$ select x $$;
+create function pg_temp.sv_text(x anynonarray) returns text language plpgsql immutable strict as $$
+begin
+    if pg_typeof(x) in ('double precision'::regtype, 'real'::regtype) then
+        return pg_temp.sv_floattext(x::text::double precision);
+    end if;
+    return x::text;
+end $$;
 create function pg_temp.sv_isnull(x text, y text) returns bpchar language sql immutable
     as $$ select coalesce(x, y)::bpchar $$;
 create function pg_temp.sv_isnull(x text, y numeric) returns bpchar language sql immutable

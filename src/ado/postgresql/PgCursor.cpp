@@ -49,6 +49,51 @@ vb::Variant readValue(const char *text, Oid type, bool bit) {
     return vb::Variant(std::string(text));
 }
 
+namespace {
+
+bool folded(const std::string &name) {
+    return sql::lowerCase(name) == name;
+}
+
+// A column of a star, or of a statement whose select list is not known: the
+// schema's name of the column it reads, where the server folded that.
+std::string schemaNamed(const std::string &name, const std::string *schemaName) {
+    return schemaName && folded(name) && sql::lowerCase(*schemaName) == name ? *schemaName : name;
+}
+
+} // namespace
+
+std::vector<std::string> resultNames(const std::vector<std::string> &serverNames,
+                                     const std::vector<std::optional<std::string>> &items,
+                                     const std::vector<const std::string *> &schemaNames) {
+    const std::size_t n = serverNames.size();
+    std::vector<std::string> out;
+    for (std::size_t i = 0; i < n; ++i)
+        out.push_back(schemaNamed(serverNames[i], schemaNames[i]));
+    // The items before the first star stand at the first columns, those after
+    // the last star at the last ones; the stars' columns lie between. Items
+    // between two stars cannot be placed: their columns keep the rule of stars.
+    std::size_t front = 0;
+    while (front < items.size() && items[front])
+        ++front;
+    std::size_t back = 0;
+    while (back < items.size() - front && items[items.size() - 1 - back])
+        ++back;
+    if (front + back > n || (front == items.size() && items.size() != n))
+        return out; // a select list that does not match the result: the schema's names only
+    auto named = [&](std::size_t column, const std::string &written) {
+        if (!written.empty() && sql::lowerCase(written) == sql::lowerCase(serverNames[column]))
+            out[column] = folded(serverNames[column]) ? written : serverNames[column];
+        else
+            out[column] = serverNames[column];
+    };
+    for (std::size_t i = 0; i < front; ++i)
+        named(i, *items[i]);
+    for (std::size_t i = 0; i < back; ++i)
+        named(n - 1 - i, *items[items.size() - 1 - i]);
+    return out;
+}
+
 PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const PgCatalog &catalog,
                    std::function<PgResult()> rerun)
     : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
@@ -152,24 +197,35 @@ template <class Body> auto PgCursor::onServer(Body &&body) -> decltype(body()) {
 void PgCursor::describe(const PgCatalog &catalog) {
     int columns = PQnfields(result_.get()) - (identified_ ? 1 : 0);
     std::string base = sql::lowerCase(baseTable_);
+    std::vector<std::string> serverNames;
+    std::vector<const std::string *> schemaNames;
     for (int i = 0; i < columns; ++i) {
         std::string name = PQfname(result_.get(), i);
         FieldInfo field{name == unnamedColumn ? "" : name, ""};
         bool bit = false;
+        const std::string *schemaName = nullptr;
         Oid table = PQftable(result_.get(), i);
         if (table != InvalidOid) {
             auto t = catalog.tableName.find(table);
             auto c = catalog.columnAt.find({table, PQftablecol(result_.get(), i)});
+            if (auto w = catalog.writtenAt.find({table, PQftablecol(result_.get(), i)});
+                w != catalog.writtenAt.end())
+                schemaName = &w->second;
             if (t != catalog.tableName.end() && c != catalog.columnAt.end()) {
                 if (!base.empty() && sql::lowerCase(t->second) == base)
                     field.baseColumn = c->second;
                 bit = catalog.tables.columnType(t->second, c->second).kind == sql::ColumnKind::Bit;
             }
         }
+        serverNames.push_back(field.name);
+        schemaNames.push_back(schemaName);
         fields_.push_back(std::move(field));
         types_.push_back(PQftype(result_.get(), i));
         bits_.push_back(bit);
     }
+    auto names = resultNames(serverNames, translation.columnNames, schemaNames);
+    for (std::size_t i = 0; i < fields_.size(); ++i)
+        fields_[i].name = names[i];
 }
 
 bool PgCursor::next(Row &row) {

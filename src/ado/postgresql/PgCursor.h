@@ -69,6 +69,16 @@ private:
     int next_ = 0;
 };
 
+/// The names of a result's columns. The server folds names written without
+/// quotes to lower case; a column is named as the select list writes it
+/// (`items`, Translation::columnNames: the alias of `a.CashGroupID CurID`),
+/// and a column of a star as the schema writes it (`schemaNames`, by
+/// column: null where the catalog knows none). `serverNames` are the names
+/// the server gave, "" for none.
+std::vector<std::string> resultNames(const std::vector<std::string> &serverNames,
+                                     const std::vector<std::optional<std::string>> &items,
+                                     const std::vector<const std::string *> &schemaNames);
+
 /// A value of a result, as text from the server, read as the old data layer
 /// read the column's type.
 vb::Variant readValue(const char *text, Oid type, bool bit);

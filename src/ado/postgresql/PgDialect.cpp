@@ -55,7 +55,7 @@ std::string PgDialect::convert(std::string_view type, std::string_view value) co
     case sql::ColumnKind::Text: {
         // convert(varchar, x) without a length keeps 30 characters, as SQL Server's does.
         int length = t.length > 0 ? t.length : 30;
-        return "CAST(CAST(CAST(" + v + " AS text) AS varchar(" + std::to_string(length) +
+        return "CAST(CAST(pg_temp.sv_text(" + v + ") AS varchar(" + std::to_string(length) +
                ")) AS bpchar)";
     }
     case sql::ColumnKind::Integer:

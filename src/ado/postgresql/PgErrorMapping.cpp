@@ -1,9 +1,12 @@
 #include "ado/postgresql/PgErrorMapping.h"
 
 #include "ado/Errors.h"
+#include "ado/sql/Catalog.h"
+#include "ado/sql/Tokenizer.h"
 
 #include <cctype>
 #include <cstdint>
+#include <vector>
 
 namespace ado::postgresql {
 
@@ -56,6 +59,57 @@ std::string refusedValue(std::string_view message) {
     return std::string(message.substr(colon + 3, message.size() - colon - 4));
 }
 
+// The name a "does not exist" message reports: column "x" does not exist, column a.x does
+// not exist, column "x" of relation "t" does not exist, relation "t" does not exist.
+std::string reportedName(std::string_view message) {
+    auto space = message.find(' ');
+    if (space == std::string_view::npos)
+        return "";
+    std::string_view rest = message.substr(space + 1);
+    for (std::string_view end : {" of relation ", " does not exist"})
+        if (auto at = rest.find(end); at != std::string_view::npos)
+            rest = rest.substr(0, at);
+    std::string name;
+    for (char c : rest)
+        if (c != '"')
+            name += c;
+    return name;
+}
+
+// The server folds the names it reports to lower case; the module's own errors named them
+// as the statement wrote them (a.ItemDescription, svdItemCost). The name is looked for among
+// the statement's names, dotted ones whole, and kept as reported where it is not there.
+std::string asWritten(const std::string &reported, std::string_view statement) {
+    std::vector<sql::Token> tokens;
+    try {
+        tokens = sql::tokenize(statement);
+    } catch (const vb::Error &) {
+        return reported; // text the server took but the tokenizer does not: keep its name
+    }
+    std::vector<const sql::Token *> sig;
+    for (const auto &t : tokens)
+        if (t.significant())
+            sig.push_back(&t);
+    const std::string wanted = sql::lowerCase(reported);
+    auto isName = [](const sql::Token *t) {
+        return t->kind == sql::Token::Kind::Word || t->kind == sql::Token::Kind::Quoted;
+    };
+    for (std::size_t i = 0; i < sig.size(); ++i) {
+        if (!isName(sig[i]))
+            continue;
+        std::string chain = sig[i]->name();
+        for (std::size_t j = i;;) {
+            if (sql::lowerCase(chain) == wanted)
+                return chain;
+            if (j + 2 >= sig.size() || !sig[j + 1]->isSymbol(".") || !isName(sig[j + 2]))
+                break;
+            j += 2;
+            chain += "." + sig[j]->name();
+        }
+    }
+    return reported;
+}
+
 } // namespace
 
 std::string firstWords(std::string_view statement) {
@@ -83,9 +137,11 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
     if (state.empty() || cls == "08" || state == "57P01" || state == "57P02" || state == "57P03")
         return make(errnum::Unspecified, networkError);
     if (state == "42P01")
-        return make(errnum::InvalidObject, "Invalid object name '" + quoted(message) + "'.");
+        return make(errnum::InvalidObject,
+                    "Invalid object name '" + asWritten(quoted(message), statement) + "'.");
     if (state == "42703")
-        return make(errnum::Statement, "Invalid column name '" + quoted(message) + "'.");
+        return make(errnum::Statement, "Invalid column name '" +
+                                           asWritten(reportedName(message), statement) + "'.");
     if (state == "42883") {
         auto name = message.substr(message.find(' ') + 1);
         name = name.substr(0, name.find('('));
@@ -116,7 +172,7 @@ vb::Error serverError(const PGresult *r, std::string_view statement) {
         return make(errnum::Conversion,
                     "Arithmetic overflow error converting numeric to data type numeric.");
     if (state == "22012")
-        return make(errnum::Statement, "Divide by zero error encountered.");
+        return make(errnum::DivideByZero, "Divide by zero error encountered.");
     if (state == "22P02") {
         std::string type = sqlServerType(message);
         // SQL Server words the refusal of text by numeric and float its own way.

@@ -4,6 +4,7 @@
 #include "ado/postgresql/PgCursor.h"
 #include "ado/postgresql/PgErrorMapping.h"
 #include "ado/sql/DateText.h"
+#include "vb/Clock.h"
 
 #include <charconv>
 #include <cstdlib>
@@ -42,6 +43,18 @@ std::string describeValues(const std::vector<ColumnValue> &values) {
     return out;
 }
 
+// getdate() is the program's clock (vb::Now), which tests and scenarios fix, not the
+// server's: the server's sv_getdate reads it from a setting of the session, set before each
+// statement that reads the clock.
+bool readsClock(std::string_view translated) {
+    return translated.find("sv_getdate") != std::string_view::npos;
+}
+
+void setProgramClock(PgConnection &conn) {
+    conn.runPrepared("SELECT set_config('stockverify.now', $1, false)",
+                     {sql::canonicalDate(vb::Now())}, "getdate()");
+}
+
 } // namespace
 
 Param parameterOf(const vb::Variant &value) {
@@ -78,6 +91,8 @@ void PgProvider::beforeStatement(std::string_view sql) {
         writerLock_.beforeRead();
     else
         writerLock_.beforeWrite();
+    if (readsClock(sql))
+        setProgramClock(*conn_);
 }
 
 const PgCatalog &PgProvider::catalog() {
@@ -101,7 +116,11 @@ std::unique_ptr<Cursor> PgProvider::cursor(PgResult result, const sql::Translati
     auto conn = conn_;
     return std::make_unique<PgCursor>(
         std::move(result), t, catalog(),
-        [conn, text = t.sql, shown = std::string(sql)] { return conn->run(text, {}, shown); });
+        [conn, text = t.sql, shown = std::string(sql)] {
+            if (readsClock(text))
+                setProgramClock(*conn);
+            return conn->run(text, {}, shown);
+        });
 }
 
 std::unique_ptr<Cursor> PgProvider::open(std::string_view sql, bool updatable, StatementLog &log) {
@@ -281,6 +300,21 @@ std::vector<ParameterInfo> PgProvider::procedureParameters(std::string_view name
     return out;
 }
 
+// A procedure's body reads the clock through sv_getdate(), as the module's statements do:
+// the program's clock is set before a call of a procedure that names it. Which ones do is
+// asked once per connection.
+bool PgProvider::procedureReadsClock(std::string_view name) {
+    std::string key = sql::lowerCase(name);
+    auto known = readsClock_.find(key);
+    if (known != readsClock_.end())
+        return known->second;
+    PgResult r = conn_->runPrepared(
+        "SELECT 1 FROM pg_proc p WHERE p.proname = $1 AND pg_function_is_visible(p.oid) "
+        "AND p.prosrc ILIKE '%sv\\_getdate%'",
+        {key}, "procedure " + std::string(name));
+    return readsClock_[key] = PQntuples(r.get()) > 0;
+}
+
 long PgProvider::runProcedure(std::string_view name, const std::vector<vb::Variant> &arguments,
                               StatementLog &log) {
     std::string sql = "SELECT " + serverName(name) + "(";
@@ -292,6 +326,8 @@ long PgProvider::runProcedure(std::string_view name, const std::vector<vb::Varia
     sql += ")";
     log.translated = sql;
     writerLock_.beforeWrite();
+    if (procedureReadsClock(name))
+        setProgramClock(*conn_);
     PgResult r = conn_->runPrepared(sql, params, "procedure " + std::string(name));
     log.rows = -1;
     if (PQntuples(r.get()) == 1 && PQnfields(r.get()) == 1 && !PQgetisnull(r.get(), 0, 0)) {

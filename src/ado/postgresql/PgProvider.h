@@ -66,6 +66,8 @@ private:
                                    std::string_view sql);
     /// Waits for another user's save, or takes the writer's lock (WriterLock.h).
     void beforeStatement(std::string_view sql);
+    /// Whether the body of the procedure reads getdate()'s clock.
+    bool procedureReadsClock(std::string_view name);
     /// The catalog, after checking that `table` is one of its tables.
     const sql::Catalog &tableOf(std::string_view table);
 
@@ -84,6 +86,7 @@ private:
     /// were sent: a recordset holds the one that stood for a row while its
     /// insert was in the pipeline, and may go on holding it.
     std::vector<std::int64_t> inserted_;
+    std::map<std::string, bool> readsClock_; // procedure (lower case) -> reads the clock
 };
 
 /// A value as the text parameter the server reads for it; nothing for Null and Empty.

@@ -145,6 +145,7 @@ private:
     void planCalls(Level &level);
     void planHints(Level &level);
     void planConcatenation(Level &level);
+    void planTextArithmetic(Level &level, std::size_t k);
     void planDivisions(Level &level);
     std::size_t primaryStart(const Level &level, std::size_t k) const;
     std::size_t primaryEnd(const Level &level, std::size_t k) const;
@@ -168,7 +169,8 @@ private:
     void planWrittenLiteral(const Node *value, const ColumnType &type);
     std::string exactWrite(const std::string &value, const ColumnType &type);
     void planSelectList(Level &level, Translation &result);
-    bool nameItem(Level &level, std::size_t a, std::size_t b);
+    bool nameItem(Level &level, std::size_t a, std::size_t b,
+                  std::vector<std::optional<std::string>> &names);
     void planRowid(Level &level, std::size_t from, bool aggregate, Translation &result);
 
     std::string convertArguments(const Node &group, std::string_view function);
@@ -365,8 +367,14 @@ void Rewriter::planHints(Level &level) {
 // type is not known (an expression), text on one side still joins.
 void Rewriter::planConcatenation(Level &level) {
     for (std::size_t k = 1; k + 1 < level.sig.size(); ++k) {
-        if (!level.at(k).isSymbol("+") || !endsOperand(level.at(k - 1)))
+        const Node &op = level.at(k);
+        if (!endsOperand(level.at(k - 1)))
             continue; // a sign, not an addition
+        if (!op.isSymbol("+")) {
+            if (op.isSymbol("-") || isMultiplicative(op))
+                planTextArithmetic(level, k);
+            continue;
+        }
         bool textBefore = isTextOperandBefore(level, k);
         bool textAfter = isTextOperandAfter(level, k);
         if (textBefore && !textAfter) {
@@ -386,6 +394,26 @@ void Rewriter::planConcatenation(Level &level) {
         if (textBefore || textAfter)
             level.edits.replace[level.sig[k]] = "||";
     }
+}
+
+// - * / % between text and a number: the text converts to the number's type,
+// as for +. The embedded engine computes with text by itself (its division
+// guards take text); an engine that has no such operators gets the
+// conversion spelled.
+void Rewriter::planTextArithmetic(Level &level, std::size_t k) {
+    if (dialect_.guardsValues())
+        return;
+    bool textBefore = isTextOperandBefore(level, k);
+    bool textAfter = isTextOperandAfter(level, k);
+    if (textBefore == textAfter)
+        return;
+    ColumnType number = numberOperand(level, k, textAfter);
+    if (!number.numeric())
+        return;
+    if (textBefore)
+        convertText(level, primaryStart(level, k - 1), k - 1, number);
+    else
+        convertText(level, k + 1, primaryEnd(level, k + 1), number);
 }
 
 // The type of the number standing on one side of the operator at k: a
@@ -434,14 +462,22 @@ ColumnType Rewriter::numberOperand(const Level &level, std::size_t k, bool befor
 // anything of it runs.
 void Rewriter::convertText(Level &level, std::size_t first, std::size_t last,
                            const ColumnType &type) {
-    if (!dialect_.guardsValues())
-        return;
-    if (first == last && level.at(first).is(Kind::String))
-        dialect_.checkLiteral(level.at(first).token.stringValue(), type);
     std::string name = type.precision > 0 && type.kind == ColumnKind::Decimal
                            ? "numeric(" + std::to_string(type.precision) + "," +
                                  std::to_string(type.scale) + ")"
                            : type.name;
+    if (!dialect_.guardsValues()) {
+        // An engine that refuses text that is no number when it converts it
+        // gets the conversion as it spells convert(): the text is the value.
+        constexpr std::string_view value = "\x1f";
+        std::string spelled = dialect_.convert(name, value);
+        auto at = spelled.find(value);
+        level.edits.before[level.sig[first]] += spelled.substr(0, at);
+        level.edits.close[level.sig[last]] += spelled.substr(at + value.size());
+        return;
+    }
+    if (first == last && level.at(first).is(Kind::String))
+        dialect_.checkLiteral(level.at(first).token.stringValue(), type);
     level.edits.before[level.sig[first]] += "sv_convert('" + name + "', ";
     level.edits.close[level.sig[last]] += ")";
 }
@@ -902,7 +938,7 @@ void Rewriter::planSelectList(Level &level, Translation &result) {
             ++b;
         if (b == a)
             throw statementError("Incorrect syntax near ','.");
-        aggregate = nameItem(level, a, b) || aggregate;
+        aggregate = nameItem(level, a, b, result.columnNames) || aggregate;
         a = b + 1;
     }
     if (end > begin && level.has(end) && level.at(end).isWord("from"))
@@ -937,9 +973,10 @@ bool callsAggregate(const std::vector<Node> &nodes) {
 
 } // namespace
 
-// Names one item of the select list (positions a to b - 1); true when it
-// calls an aggregate function.
-bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
+// Names one item of the select list (positions a to b - 1), adding the name it
+// gives to `names`; true when it calls an aggregate function.
+bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b,
+                        std::vector<std::optional<std::string>> &names) {
     const Node &last = level.at(b - 1);
     bool star = last.isSymbol("*");
     bool column = !star && isName(level.at(a)) && nameChainEnd(level, a) == b - 1;
@@ -950,6 +987,12 @@ bool Rewriter::nameItem(Level &level, std::size_t a, std::size_t b) {
         level.edits.after[level.sig[b - 1]] += " AS " + quoteName(last.token.name());
     else if (!star && !aliased)
         level.edits.after[level.sig[b - 1]] += dialect_.unnamedAlias();
+    if (star)
+        names.emplace_back();
+    else if (column || aliased)
+        names.emplace_back(last.is(Kind::String) ? last.token.stringValue() : last.token.name());
+    else
+        names.emplace_back("");
     bool aggregate = false;
     for (std::size_t i = a; i < b; ++i) {
         if (i + 1 < b && level.at(i + 1).group && level.at(i).is(Kind::Word))

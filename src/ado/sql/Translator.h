@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace ado::sql {
 
@@ -49,6 +50,8 @@ public:
     /// refuses in arithmetic and writes (a divisor of zero, text in a sum,
     /// text too long for its column): the translator then spells the
     /// engine's guarding functions (sv_divide, sv_modulo, sv_fit, sv_convert).
+    /// Where false, text beside a number in arithmetic is converted to the
+    /// number's type as `convert` spells it, and the engine refuses the rest.
     virtual bool guardsValues() const = 0;
     /// What follows an expression of a select list that has no name.
     virtual std::string unnamedAlias() const = 0;
@@ -73,6 +76,12 @@ struct Translation {
     bool rowidAdded = false;
     /// Statements in the text (parts between semicolons that hold any).
     int statements = 0;
+    /// The items of the select list in order, each with the name it gives
+    /// its column as the statement writes it (an alias, the last part of a
+    /// plain column, "" for an expression without a name), or nothing for a
+    /// star, which gives the columns of a table or view. An engine that folds
+    /// names to lower case gives them back as written by these.
+    std::vector<std::optional<std::string>> columnNames;
 };
 
 /// Translates SQL Server text, token by token; what stands inside string

@@ -23,6 +23,9 @@ std::string schemaMark() {
         if (file.name.starts_with("postgresql/"))
             for (const unsigned char c : file.text)
                 hash = (hash ^ c) * 16777619u;
+    // The names kept as comments come from the program, not from a file: they count too.
+    for (const unsigned char c : schemaNameComments())
+        hash = (hash ^ c) * 16777619u;
     char mark[16];
     std::snprintf(mark, sizeof mark, "_%08x", hash);
     return mark;

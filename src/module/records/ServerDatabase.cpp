@@ -1,5 +1,6 @@
 #include "module/records/ServerDatabase.h"
 
+#include "ado/postgresql/WrittenNames.h"
 #include "module/records/Demo.h"
 #include "module/records/EmbeddedSql.h"
 #include "module/records/PostgresDatabase.h"
@@ -12,9 +13,18 @@ namespace {
 constexpr std::string_view procedureFolder = "postgresql/procedures/";
 } // namespace
 
+std::string schemaNameComments() {
+    return ado::postgresql::writtenNameComments(
+        std::string(embeddedSql("postgresql/tables.sql")) + ";\n" +
+        std::string(embeddedSql("postgresql/views.sql")));
+}
+
 void createServerSchema(PostgresDatabase &database) {
     database.execute(embeddedSql("postgresql/tables.sql"));
+    database.execute(embeddedSql("postgresql/clock.sql"));
     database.execute(embeddedSql("postgresql/views.sql"));
+    // The server folds unquoted names to lower case; results name the columns as written.
+    database.execute(schemaNameComments());
     for (const auto &file : embeddedSqlFiles())
         if (file.name.starts_with(procedureFolder))
             database.execute(file.text);

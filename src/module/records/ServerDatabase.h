@@ -18,6 +18,10 @@ inline constexpr std::int32_t schemaExists = 58;
 /// the connection's database, inside whatever transaction is open there.
 void createServerSchema(PostgresDatabase &database);
 
+/// The statements that keep the names of the schema's columns as its files write them, as
+/// comments of the columns (ado/postgresql/WrittenNames.h); run by createServerSchema.
+std::string schemaNameComments();
+
 /// Connects to `connectionString` (a postgresql:// URI or libpq's key=value form) and makes
 /// the schema there, with the demo company when `demo` is given, in one transaction: a
 /// failure leaves the database as it was. A server that cannot be reached raises

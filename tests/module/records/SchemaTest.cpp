@@ -162,6 +162,7 @@ TEST(EmbeddedSqlTest, HoldsEveryFileAndRefusesAnUnknownName) {
     for (const auto &file : embeddedSqlFiles())
         names.emplace_back(file.name);
     EXPECT_EQ(names, (std::vector<std::string>{
+                         "postgresql/clock.sql",
                          "postgresql/procedures/spGodownTotalStockVerification.sql",
                          "postgresql/procedures/spReverseGodownTotalStockVerification.sql",
                          "postgresql/procedures/spupdateGodownVerification.sql",

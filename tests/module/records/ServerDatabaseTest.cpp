@@ -143,6 +143,32 @@ TEST_F(ServerDatabasePostgreSQL, AServerThatCannotBeReachedIsToldWithTheOldNumbe
 }
 
 // Through the module's own data layer, as the forms reach the server.
+TEST_F(ServerDatabasePostgreSQL, EveryTableAndViewNamesItsColumnsAsTheEmbeddedOneDoes) {
+    ScratchServerDatabase scratch(cluster, std::nullopt);
+    PostgresDatabase server(scratch.uri());
+    ado::Connection onServer;
+    onServer.Open(scratch.uri());
+    ado::Connection onFile = connect(demoDatabase());
+    auto names = [](const ado::Connection &c, const std::string &relation) {
+        ado::Recordset rs;
+        rs.Open("select * from " + relation, c);
+        std::string out;
+        for (int i = 0; i < rs.Fields().Count(); ++i)
+            out += rs.Fields(i).Name() + "|";
+        return out;
+    };
+    int compared = 0;
+    for (const auto &row : embedded("SELECT name FROM sqlite_master WHERE type IN ('table', "
+                                    "'view') AND name NOT LIKE 'sqlite%' ORDER BY name")) {
+        const std::string relation = row.substr(0, row.size() - 1);
+        if (!server.value("SELECT to_regclass('" + relation + "')::text"))
+            continue; // the embedded database's own bookkeeping
+        EXPECT_EQ(names(onServer, relation), names(onFile, relation)) << relation;
+        ++compared;
+    }
+    EXPECT_GT(compared, 30);
+}
+
 TEST_F(ServerDatabasePostgreSQL, TextComparesIgnoringCaseAndKeepsItsWidth) {
     ScratchServerDatabase scratch(cluster, std::nullopt);
     ado::Connection connection;
