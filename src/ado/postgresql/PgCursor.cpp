@@ -98,7 +98,7 @@ PgCursor::PgCursor(PgResult result, const sql::Translation &translation, const P
                    std::function<PgResult()> rerun)
     : result_(std::move(result)), rerun_(std::move(rerun)), baseTable_(translation.baseTable),
       identified_(translation.rowidAdded) {
-    describe(catalog);
+    describe(catalog, translation.columnNames);
 }
 
 // The first batch arrives with the cursor's open, in the same round trip.
@@ -115,7 +115,7 @@ PgCursor::PgCursor(std::shared_ptr<PgConnection> connection, std::string shown,
                              sql_.back() == ';'))
         sql_.pop_back();
     result_ = openOnServer();
-    describe(catalog);
+    describe(catalog, translation.columnNames);
 }
 
 PgCursor::~PgCursor() {
@@ -194,7 +194,7 @@ template <class Body> auto PgCursor::onServer(Body &&body) -> decltype(body()) {
     }
 }
 
-void PgCursor::describe(const PgCatalog &catalog) {
+void PgCursor::describe(const PgCatalog &catalog, const std::vector<std::optional<std::string>> &writtenNames) {
     int columns = PQnfields(result_.get()) - (identified_ ? 1 : 0);
     std::string base = sql::lowerCase(baseTable_);
     std::vector<std::string> serverNames;
@@ -223,7 +223,7 @@ void PgCursor::describe(const PgCatalog &catalog) {
         types_.push_back(PQftype(result_.get(), i));
         bits_.push_back(bit);
     }
-    auto names = resultNames(serverNames, translation.columnNames, schemaNames);
+    auto names = resultNames(serverNames, writtenNames, schemaNames);
     for (std::size_t i = 0; i < fields_.size(); ++i)
         fields_[i].name = names[i];
 }

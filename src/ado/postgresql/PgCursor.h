@@ -44,7 +44,8 @@ public:
 
 private:
     /// The fields, from the first result.
-    void describe(const PgCatalog &catalog);
+    // writtenNames: the select list's names as the statement writes them.
+    void describe(const PgCatalog &catalog, const std::vector<std::optional<std::string>> &writtenNames);
     PgResult openOnServer();
     /// True when `result_` has a row at `next_`, fetching the next batch if need be.
     bool rowAtHand();
