@@ -12,6 +12,11 @@ A benchmark tells the table what it measured through its counters (all optional)
   floor_cpu_ns  the processor time of the floor, for the ratio of processor times
   target_ns     the time the work must stay under
   target_ratio  the ratio to the floor the work must stay within
+Memory has a table of its own, after the times, from these counters:
+  bytes_per_line  bytes a line of the list costs; floor_bytes what the same texts cost in
+                  plain strings; target_bytes what a line must stay under
+  peak_MiB        the process's peak during the work measured; before_MiB what it held
+                  as the work began (so that the work's own share shows)
 A benchmark met its targets ("met") when its time is under each target it names; "cpu
 only" when its processor time is, but not the time a clerk waits, as on a machine busy with
 other work; one that names no target shows "-". The exit status does not depend on what
@@ -77,9 +82,44 @@ def row_of(bench):
     ]
 
 
+def memory_rows_of(bench):
+    rows = []
+    if "bytes_per_line" in bench:
+        target = bench.get("target_bytes")
+        floor = bench.get("floor_bytes")
+        rows.append([
+            bench["name"], "bytes per list line", f"{bench['bytes_per_line']:.0f} B",
+            "-" if floor is None else f"{floor:.0f} B",
+            "-" if target is None else f"< {target:.0f} B",
+            "-" if target is None else ("met" if bench["bytes_per_line"] < target else "MISSED"),
+        ])
+    if "peak_MiB" in bench:
+        before = bench.get("before_MiB")
+        what = "peak during the work"
+        if before is not None:
+            what += f" ({before:.1f} MiB held before)"
+        rows.append([bench["name"], what, f"{bench['peak_MiB']:.1f} MiB", "-", "-", "-"])
+    return rows
+
+
+def print_table(header, rows):
+    widths = [max(len(r[i]) for r in [header] + rows) for i in range(len(header))]
+
+    def line(cells):
+        # The name is read left to right, the figures are compared down the column.
+        return "  ".join(c.ljust(w) if i == 0 else c.rjust(w)
+                         for i, (c, w) in enumerate(zip(cells, widths))).rstrip()
+
+    print(line(header))
+    print("  ".join("-" * w for w in widths))
+    for r in rows:
+        print(line(r))
+
+
 def main(paths):
     header = ["benchmark", "time", "cpu", "floor", "ratio", "cpu ratio", "target", "met"]
     rows = []
+    memory = []
     unreadable = []
     for path in paths:
         try:
@@ -95,17 +135,11 @@ def main(paths):
             if bench.get("run_type") == "aggregate":
                 continue
             rows.append(row_of(bench))
-    widths = [max(len(r[i]) for r in [header] + rows) for i in range(len(header))]
-
-    def line(cells):
-        # The name is read left to right, the figures are compared down the column.
-        return "  ".join(c.ljust(w) if i == 0 else c.rjust(w)
-                         for i, (c, w) in enumerate(zip(cells, widths))).rstrip()
-
-    print(line(header))
-    print("  ".join("-" * w for w in widths))
-    for r in rows:
-        print(line(r))
+            memory.extend(memory_rows_of(bench))
+    print_table(header, rows)
+    if memory:
+        print()
+        print_table(["benchmark", "memory", "figure", "floor", "target", "met"], memory)
     for u in unreadable:
         print(f"summary: no figures from {u}", file=sys.stderr)
     return 1 if unreadable else 0

@@ -21,8 +21,21 @@ def table(*benchmarks, extra_files=()):
         out, err = io.StringIO(), io.StringIO()
         with contextlib.redirect_stdout(out), contextlib.redirect_stderr(err):
             status = summary.main([path, *extra_files])
-    rows = [line.split() for line in out.getvalue().splitlines()[2:]]
+    tables = out.getvalue().split("\n\n")
+    rows = [line.split() for line in tables[0].splitlines()[2:]]
     return rows, status, err.getvalue()
+
+
+def memory_table(*benchmarks):
+    with tempfile.TemporaryDirectory() as folder:
+        path = os.path.join(folder, "one.json")
+        with open(path, "w", encoding="utf-8") as f:
+            json.dump({"benchmarks": list(benchmarks)}, f)
+        out = io.StringIO()
+        with contextlib.redirect_stdout(out):
+            summary.main([path])
+    tables = out.getvalue().split("\n\n")
+    return tables[1].splitlines()[2:] if len(tables) > 1 else []
 
 
 def bench(name, **fields):
@@ -58,6 +71,27 @@ class SummaryTest(unittest.TestCase):
     def test_repetition_aggregates_are_left_out(self):
         rows, _, _ = table(bench("r"), dict(bench("r_mean"), run_type="aggregate"))
         self.assertEqual([r[0] for r in rows], ["r"])
+
+    def test_memory_has_its_own_table_judged_strictly_under_the_target(self):
+        lines = memory_table(
+            bench("list", bytes_per_line=1023.6, floor_bytes=635.2, target_bytes=1024),
+            bench("fat", bytes_per_line=1024.0, target_bytes=1024),
+            bench("save", peak_MiB=99.98, before_MiB=97.5),
+            bench("plain"))
+        self.assertEqual(len(lines), 3)
+        self.assertTrue(lines[0].startswith("list"))
+        self.assertIn("1024 B", lines[0])
+        self.assertIn("635 B", lines[0])
+        self.assertTrue(lines[0].endswith("met"))
+        self.assertTrue(lines[1].endswith("MISSED"))
+        self.assertIn("100.0 MiB", lines[2])
+        self.assertIn("(97.5 MiB held before)", lines[2])
+        # The times' table still lists every benchmark, the memory ones among them.
+        rows, _, _ = table(bench("list", bytes_per_line=10, target_bytes=1024), bench("plain"))
+        self.assertEqual([r[0] for r in rows], ["list", "plain"])
+
+    def test_no_memory_counters_no_memory_table(self):
+        self.assertEqual(memory_table(bench("plain", target_ns=1e9)), [])
 
     def test_a_cut_off_file_is_named_and_the_rest_shown(self):
         with tempfile.NamedTemporaryFile("w", suffix=".json", delete=False) as f:
